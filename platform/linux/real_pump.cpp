@@ -1,0 +1,49 @@
+#include "platform/real_pump.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+namespace fc {
+
+namespace {
+Micros steadyMicros() {
+    using namespace std::chrono;
+    return duration_cast<microseconds>(steady_clock::now().time_since_epoch()).count();
+}
+}  // namespace
+
+RealPump::RealPump() : origin_(steadyMicros()) {}
+
+Micros RealPump::nowMicros() const { return steadyMicros() - origin_; }
+
+void RealPump::doEvents() {
+    if (runDueSources(nowMicros(), true) > 0) return;
+    Micros now = nowMicros();
+    Micros timeout = std::min<Micros>(1000, std::max<Micros>(0, earliestDue(false) - now));
+    std::vector<int> ready = waitForWake(timeout);
+    runDueSources(nowMicros(), true, ready);
+}
+
+std::vector<int> RealPump::waitForWake(Micros timeout) {
+    std::vector<pollfd> fds;
+    for (EventSource* source : snapshot()) {
+        if (source->wakeFd() >= 0) fds.push_back(pollfd{source->wakeFd(), POLLIN, 0});
+    }
+    timespec ts{0, static_cast<long>(timeout) * 1000};
+    std::vector<int> ready;
+    if (ppoll(fds.data(), fds.size(), &ts, nullptr) > 0) {
+        for (const pollfd& p : fds) {
+            if (p.revents != 0) ready.push_back(p.fd);
+        }
+    }
+    return ready;
+}
+
+void RealPump::sleep(int ms) {
+    if (ms > 0) std::this_thread::sleep_for(std::chrono::milliseconds(ms));
+}
+
+}  // namespace fc

@@ -1,0 +1,53 @@
+// The one way the system waits. Every wait loop of the loader is built from
+// doEvents() and sleep(); all timers, line and socket events and operator
+// actions run inside doEvents().
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <vector>
+
+#include "platform/event_source.h"
+
+namespace fc {
+
+class Pump {
+public:
+    virtual ~Pump() = default;
+
+    // Runs everything that is due. When nothing is due it waits for the next
+    // thing to happen, but at most one millisecond.
+    virtual void doEvents() = 0;
+
+    // A plain sleep during which the program's events do not run.
+    virtual void sleep(int ms) = 0;
+
+    // Milliseconds and microseconds on this pump's clock.
+    std::int64_t now() const { return nowMicros() / 1000; }
+    virtual Micros nowMicros() const = 0;
+
+    void add(EventSource& source);
+    void remove(EventSource& source);
+
+    // Records an exception raised where it cannot travel (inside a toolkit's
+    // event dispatch); the running doEvents() throws it on return.
+    void defer(std::exception_ptr error);
+
+protected:
+    // The registered sources, copied so that sources may come and go while
+    // others run.
+    std::vector<EventSource*> snapshot() const { return sources_; }
+    bool isRegistered(const EventSource* source) const;
+    // Runs every source due at `now` (and, for a real pump, the ones whose
+    // wake descriptor is ready). Returns how many ran.
+    int runDueSources(Micros now, bool programSide, const std::vector<int>& readyFds = {});
+    Micros earliestDue(bool worldOnly) const;
+    void throwDeferred();
+
+private:
+    std::vector<EventSource*> sources_;
+    std::vector<EventSource*> running_;
+    std::exception_ptr deferred_;
+};
+
+}  // namespace fc
