@@ -1,0 +1,59 @@
+// Hex text primitives: reading hex fields, writing fixed-width upper-case hex,
+// turning hex pairs into raw characters and computing a record's checksum.
+//
+// Firmware travels through the loader as text, one char per byte (every value
+// 0..255 kept as it is), so these work on std::string and never on wide text.
+// Positions in a record count from 1, as the record's field table does.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "platform/dialogs.h"
+#include "platform/vb_types.h"
+
+namespace fc {
+
+// `count` characters of `text` from the 1-based `position`; shorter (or empty)
+// where the text ends first, so a missing field reads as no digits at all.
+std::string_view fieldAt(std::string_view text, std::size_t position, std::size_t count);
+
+// The one rule for reading hex text. Digits (either case) are taken from the
+// start up to the first other character; no digit gives 0. A value that fits
+// in 16 bits is read as a signed 16-bit number ("FFFF" is -1, "8000" -32768),
+// a larger one as a signed 32-bit number ("10000" is 65536). More than 32 bits
+// of value is an overflow (RuntimeError 6).
+Long ValHex(std::string_view text);
+
+// ValHex of the field of `count` characters at the 1-based `position`.
+inline Long ValHexAt(std::string_view text, std::size_t position, std::size_t count) {
+    return ValHex(fieldAt(text, position, count));
+}
+
+// The value of hex text without prefix, by ValHex.
+Long CHex2Lng(const std::string& texto);
+
+// One character per hex pair, the character having the pair's code. An odd
+// length is told in a box and the call carries on; the count of pairs is half
+// the length rounded half to even, and the last pair may be one digit short.
+std::string DameHex(const std::string& texto, Dialogs& dialogs);
+
+// The two upper-case digits that complete the checksum of the hex pairs in
+// `texto` (no ":" and no checksum of its own). Only "0"-"9" and "A"-"F" are
+// digits here; any other character repeats the previous digit value. An odd
+// length is told in a box and answers "00".
+std::string DameCheckSum(const std::string& texto, Dialogs& dialogs);
+
+// Four upper-case hex digits of `valor`, computed by repeated subtraction on
+// the caller's own variable: afterwards it holds what was left of it (the low
+// digit for 0..0x7FFF; a negative value is left untouched).
+std::string to_hex(Integer& valor);
+
+// One upper-case hex digit for 0..15; empty text for any other value.
+std::string to_cadena(Byte valor);
+
+// Two upper-case hex digits of a byte.
+std::string char_hex(Byte valor);
+
+}  // namespace fc
