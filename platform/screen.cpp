@@ -26,7 +26,15 @@ void Screen::load() {
 
 void Screen::unload() {
     if (!loaded_) return;
-    if (onUnload) onUnload();
+    // The unload handler may end the program by throwing; the window is
+    // gone all the same.
+    try {
+        if (onUnload) onUnload();
+    } catch (...) {
+        loaded_ = false;
+        changed();
+        throw;
+    }
     loaded_ = false;
     changed();
 }

@@ -1,0 +1,261 @@
+// The main screen, `Firmcast`: a five-step wizard (model, way, file, scale
+// list, load) whose load event runs the main driver for the life of the
+// program. The controls are named as the operator's screen names them; the
+// run state is the screen's own variables; the handlers are thin and the
+// driver does the rest.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "control/load_hooks.h"
+#include "platform/controls.h"
+#include "platform/runtime_error.h"
+#include "platform/screen.h"
+#include "platform/serial_line.h"
+#include "platform/services.h"
+#include "platform/vb_types.h"
+#include "platform/window_timer.h"
+#include "serial/serial_panel.h"
+
+namespace fc {
+
+constexpr const char* kDesignCaption = "Firmware Loader 1.22";
+
+class Firmcast : public Screen {
+public:
+    Firmcast(Services services, LoadHooks hooks = {});
+
+    // The load event: runs the main driver until the program ends, which it
+    // always does by throwing ProgramEnd. `commandLine` is everything after
+    // the program's name.
+    [[noreturn]] void Form_Load(const std::string& commandLine);
+
+    // ---- Controls, by step -------------------------------------------------
+    // Step 0, the model.
+    Frame Seleccion{*this, "Seleccion"};
+    Frame frOption{*this, "frOption"};
+    OptionButton optBalanzas{*this, "optBalanzas", &frOption};
+    OptionButton optEtiquetadoras{*this, "optEtiquetadoras", &frOption};
+    OptionButton optVisores{*this, "optVisores", &frOption};
+    Frame frBalanzas{*this, "frBalanzas"};
+    PictureBox Picture4{*this, "Picture4", &frBalanzas};
+    PictureBox Picture3{*this, "Picture3", &frBalanzas};
+    PictureBox Picture2{*this, "Picture2", &frBalanzas};
+    PictureBox Picture6{*this, "Picture6", &frBalanzas};
+    Frame frEtiquetadoras{*this, "frEtiquetadoras"};
+    PictureBox Picture5{*this, "Picture5", &frEtiquetadoras};
+    PictureBox Picture8{*this, "Picture8", &frEtiquetadoras};
+    PictureBox Picture7{*this, "Picture7", &frEtiquetadoras};
+    PictureBox Picture9{*this, "Picture9", &frEtiquetadoras};
+    Frame frVisores{*this, "frVisores"};
+    PictureBox Picture12{*this, "Picture12", &frVisores};
+    // The recording ranges of the boot ROM load, kept hidden and disabled.
+    Frame hacerf{*this, "hacerf"};
+    OptionButton Option5{*this, "Option5", &hacerf};
+    OptionButton Option7{*this, "Option7", &hacerf};
+    Frame Frame4{*this, "Frame4"};
+    OptionButton Option6{*this, "Option6", &Frame4};
+    OptionButton Option9{*this, "Option9", &Frame4};
+    OptionButton Option8{*this, "Option8", &Frame4};
+    OptionButton Option10{*this, "Option10", &Frame4};
+    OptionButton Option11{*this, "Option11", &Frame4};
+
+    // Step 1, the communication way.
+    PictureBox PictureVisualizar{*this, "PictureVisualizar"};
+    Frame frPuerto{*this, "frPuerto"};
+    Label Label6{*this, "Label6", &frPuerto};
+    OptionButton optrs232{*this, "optrs232", &frPuerto};
+    OptionButton optEthernet{*this, "optEthernet", &frPuerto};
+    Frame Frame1{*this, "Frame1", &frPuerto};
+    OptionButton Option1{*this, "Option1", &Frame1};
+    OptionButton Option2{*this, "Option2", &Frame1};
+    OptionButton Option3{*this, "Option3", &Frame1};
+    OptionButton Option4{*this, "Option4", &Frame1};
+    CommandButton cmdDisplayGrafico{*this, "cmdDisplayGrafico"};
+
+    // Step 2, the file, and the line parameters.
+    Frame frDirectorio{*this, "frDirectorio"};
+    DriveList Drive1{*this, "Drive1", &frDirectorio};
+    DirList Dir1{*this, "Dir1", &frDirectorio};
+    FileList File1{*this, "File1", &frDirectorio};
+    Frame frComParameters{*this, "frComParameters"};
+    Label Label5{*this, "Label5", &frComParameters};
+    ComboBox cmbvelocidades{*this, "cmbvelocidades", &frComParameters};
+    Label lblBits{*this, "lblBits", &frComParameters};
+    Label lblParidad{*this, "lblParidad", &frComParameters};
+
+    // Step 3, the scale list (Ethernet).
+    Frame frBalanzasEth{*this, "frBalanzasEth"};
+    Label Label3{*this, "Label3", &frBalanzasEth};
+    TextBox Text1{*this, "Text1", &frBalanzasEth};
+    Label Label4{*this, "Label4", &frBalanzasEth};
+    ComboBox cmbbalanza{*this, "cmbbalanza", &frBalanzasEth};
+    TextBox txtDirTCP{*this, "txtDirTCP", &frBalanzasEth};
+    ListView lstBalanzas{*this, "lstBalanzas", &frBalanzasEth};
+    CommandButton cmdSave{*this, "cmdSave", &frBalanzasEth};
+    CheckBox chkADSL{*this, "chkADSL", &frBalanzasEth};
+    Label lblADSL{*this, "lblADSL", &frBalanzasEth};
+    Label lblModelo{*this, "lblModelo"};
+    Label lblInformacion{*this, "lblInformacion"};
+
+    // Step 4, the load.
+    Frame frInfoComunicacion{*this, "frInfoComunicacion"};
+    std::array<std::unique_ptr<PictureBox>, 12> Dibujo;  // Dibujo1..Dibujo12 at [0]..[11]
+    Label Texto{*this, "Texto", &frInfoComunicacion};
+    ProgressBar Barra{*this, "Barra", &frInfoComunicacion};
+    Label Label2{*this, "Label2", &frInfoComunicacion};
+    Label Banco_actual{*this, "Banco_actual", &frInfoComunicacion};
+    ProgressBar BarraEth{*this, "BarraEth"};
+
+    // Always there.
+    CommandButton cmdAtras{*this, "cmdAtras"};
+    CommandButton cmdAdelante{*this, "cmdAdelante"};
+    CommandButton Command1{*this, "Command1"};
+    CommandButton Command2{*this, "Command2"};
+    CommandButton cmdAgain{*this, "cmdAgain"};
+    CheckBox optProduccion{*this, "optProduccion"};
+    CommandButton FIN{*this, "FIN"};
+
+    // Timers and the serial control.
+    WindowTimer timerout;
+    WindowTimer Tiempo1;
+    WindowTimer TimerConnection;
+    WindowTimer TimerEnvio;
+    WindowTimer TimerClose;
+    SerialLine Linea;
+
+    // ---- Run state ---------------------------------------------------------
+    Integer nivel = 0;
+    std::string mac_actual;
+    Flag pide_mac = kFalse;
+    Byte indice_dibujo = 0;
+    std::string inicio_linea;
+    Integer puerto_com = 0;
+    Flag animando = kFalse;
+    Flag tiempo_agotado = kFalse;
+    std::string fichero_firmware;
+    std::string linea_fichero;
+    long proceso_externo = 0;
+    Flag es_serie_n = kFalse, es_serie_h = kFalse, es_serie_w = kFalse, es_tr6100 = kFalse;
+    Flag es_serie_g = kFalse, es_tr8200 = kFalse, es_matrix4000 = kFalse, es_mv510 = kFalse;
+    Long numero_linea = 1;
+    Flag esperando_otra = kFalse;
+    Flag lanzado_gseries = kFalse;
+    Long pos_memoria = 0;
+    std::vector<Byte> memoria;
+    Long checksum_memoria = 0;
+    Integer modelo_elegido = kTrue;
+    Integer transporte_elegido = kTrue;
+    Integer puerto_elegido = kTrue;
+    std::string unidad_elegida, carpeta_elegida, fichero_elegido;
+    Integer paso_asistente = 0;
+    Flag modo_produccion = kFalse;
+    // The file reader's state byte: 0 line taken, 1 bad checksum, 2 end seen.
+    Byte estado_lector = 0;
+    // Local to the driver, living across its passes.
+    Flag fichero_procesado = kFalse;
+    Flag linea_ok = kFalse;
+
+    // Shared globals of the program.
+    Integer tipo_conexion = 0;
+    std::vector<std::string> lista_balanzas;
+    std::vector<bool> estado_balanzas;
+    Integer puerto_tx = 3000;
+
+    // ---- Handlers ----------------------------------------------------------
+    void cmdAdelante_Click();
+    void cmdAtras_Click();
+    void Command1_Click();
+    void Command2_Click();
+    void File1_DblClick();
+    void File1_Click();
+    void Dir1_Change();
+    void Drive1_Change();
+    void cmdAgain_Click();
+    void cmdSave_Click();
+    void cmdDisplayGrafico_Click();
+    void optProduccion_Click();
+    void optBalanzas_Click();
+    void optEtiquetadoras_Click();
+    void optVisores_Click();
+    void optrs232_Click();
+    void optEthernet_Click();
+    void OptionPort_Click(Integer port);
+    void PictureModel_Click(int code);
+    [[noreturn]] void FIN_Click();
+    void Form_Unload();
+    void timerout_Timer();
+    void Tiempo1_Timer();
+
+    // ---- Procedures other parts of the system call -------------------------
+    void EligeModelo(const std::string& codigo);
+    void acaba();
+    void acaba2();
+    void paradibu();
+    Flag lanza_linea();
+    SerialPanel& serialPanel() { return panel_; }
+    const Services& services() const { return services_; }
+    LoadHooks& hooks() { return hooks_; }
+    PictureBox& dibujo(int n) { return *Dibujo[n - 1]; }  // n = 1..12
+    // The picture box of a catalogue code.
+    PictureBox& pictureOf(int code);
+    // Raises the flag of a model and clears the others.
+    void raiseModelFlag(int code);
+    void clearModelFlags();
+    bool anyModelFlag() const;
+    // The folder of the file list joined with the selected name.
+    std::string selectedFilePath() const;
+
+private:
+    void buildControls();
+    void wireHandlers();
+    void runDriver(const std::string& commandLine);
+    void startUp(const std::string& commandLine);
+    [[noreturn]] void fatalTrap(const RuntimeError& error);
+    [[noreturn]] void unhandledError(const RuntimeError& error);
+    void guard(const std::function<void()>& handler);
+
+    // The driver's stations; each returns where the driver goes next.
+    enum class Next { CycleHead, WayStep, FileStep, ReEntry, EndOfPass };
+    Next cycleHead();
+    Next wayStep();
+    Next fileStep();
+    Next reEntry();
+    Next serialPath();
+    Next ethernetPath();
+    Next waitInScaleStep();
+    void setDrive(const std::string& drive);
+    void setFolder(const std::string& folder);
+    int modelCodeOfFlags() const;
+    Flag missingEngine(const std::string& what);
+    std::string openFirmwareFile();
+    Next endOfPass();
+    Next stepWaitExit(Integer step);
+    void waitWhileStep(Integer step);
+    void showStartFolder();
+    void restoreRememberedFile();
+    void fallBackToDriveC();
+    bool firstLineIsSound() const;
+    void showLineProgress();
+    Next serialConnect();
+    Next finishSerialLoad();
+    Next closeSerialLoad();
+    Next macStep();
+    void refreshFileList();
+    void cmdAdelanteVisor();
+    void startGseries();
+    void selectRememberedModel();
+    void showChosenPicture(const PictureBox& picture);
+    void startDisplay();
+    void highlightOnly(int code);
+
+    Services services_;
+    LoadHooks hooks_;
+    SerialPanel panel_;
+    bool trapArmed_ = false;
+};
+
+}  // namespace fc

@@ -1,0 +1,216 @@
+// The serial path of the main driver: from the step 3 wait through the file
+// checks, the connect step of the model's family, the line loop, the MAC step
+// and the result, to the end of the pass. The dialogues with the devices are
+// the line protocols' (reached through the load hooks).
+#include "control/firmcast_form.h"
+#include "firmware/hex_text.h"
+#include "platform/dialogs.h"
+#include "platform/drives.h"
+#include "platform/file_table.h"
+#include "platform/pump.h"
+
+namespace fc {
+
+namespace {
+constexpr int kFile = 1;
+
+// Half-way values go to the even neighbour, as the run time rounds.
+long roundHalfEven(double value) {
+    double down = static_cast<double>(static_cast<long>(value));
+    double fraction = value - down;
+    if (fraction > 0.5 || (fraction == 0.5 && static_cast<long>(down) % 2 != 0)) return static_cast<long>(down) + 1;
+    return static_cast<long>(down);
+}
+}  // namespace
+
+Firmcast::Next Firmcast::serialPath() {
+    Banco_actual.setCaption("0");
+    frDirectorio.setVisible(true);
+    frInfoComunicacion.setVisible(false);
+    if (paso_asistente == 3) {
+        Next back = waitInScaleStep();
+        if (back != Next::ReEntry) return back;
+    }
+    frDirectorio.setVisible(false);
+    frInfoComunicacion.setVisible(true);
+    animando = kTrue;
+    Command2_Click();
+    Tiempo1.setInterval(600);
+    Tiempo1.setEnabled(true);
+    cmdAdelante.setEnabled(false);
+    cmdAtras.setEnabled(false);
+
+    FileTable& files = services_.files;
+    files.open(kFile, openFirmwareFile(), FileTable::Mode::Input);
+    linea_fichero = files.lineInput(kFile);
+    if (files.eof(kFile)) {
+        files.close(kFile);
+        services_.dialogs.msgBox("The file is empty");
+        acaba2();
+        return Next::EndOfPass;
+    }
+    inicio_linea = linea_fichero.substr(0, 3);
+    if (es_serie_n || es_serie_w || es_serie_g || es_mv510) {
+        if (!firstLineIsSound()) {
+            services_.dialogs.msgBox("This is not a Flash program file for this Board");
+            acaba2();
+            return Next::EndOfPass;
+        }
+        inicio_linea = ":02";
+    }
+    bool banked = es_serie_h || es_tr6100 || es_matrix4000;
+    if ((banked && inicio_linea != "S00") || ((es_serie_n || es_serie_w) && inicio_linea != ":02")) {
+        files.close(kFile);
+        services_.dialogs.msgBox("This is not a Flash program file");
+        acaba2();
+        return Next::EndOfPass;
+    }
+    Texto.setCaption(es_tr6100 ? "Connecting with TR-6100" : "Connecting with scale");
+    return serialConnect();
+}
+
+// Polls in the step 3 wait: the next pass of Production Way stops here
+// until the operator starts it.
+Firmcast::Next Firmcast::waitInScaleStep() {
+    waitWhileStep(3);
+    if (paso_asistente == 2) return Next::FileStep;
+    if (paso_asistente == 1) return Next::WayStep;
+    if (paso_asistente == 0) return Next::CycleHead;
+    return Next::ReEntry;
+}
+
+// The firmware file's name on this machine. A name that maps to nothing
+// opens as a missing file would.
+std::string Firmcast::openFirmwareFile() {
+    std::string host = hostPath(fichero_firmware);
+    return host.empty() ? fichero_firmware : host;
+}
+
+// A sound Intel HEX record: at least 11 characters, a ":" first, and as many
+// data characters as its length field announces.
+bool Firmcast::firstLineIsSound() const {
+    const std::string& line = linea_fichero;
+    if (line.size() < 11 || line[0] != ':') return false;
+    long dataChars = roundHalfEven((static_cast<double>(line.size()) - 11) / 2);
+    long available = static_cast<long>(line.size()) - 9;
+    long taken = std::min(dataChars, available);
+    return taken == CHex2Lng(line.substr(1, 2));
+}
+
+Firmcast::Next Firmcast::serialConnect() {
+    bool numbered = es_serie_n || es_serie_w || es_tr8200;
+    bool banked = es_serie_h || es_tr6100 || es_matrix4000;
+    if (numbered) {
+        if (!(hooks_.numberedConnect ? hooks_.numberedConnect(*this) : missingEngine("numbered-line loader"))) {
+            return Next::EndOfPass;
+        }
+    } else if (banked) {
+        auto probe = [this] { return hooks_.testk1 ? hooks_.testk1(*this) : kFalse; };
+        if (!probe()) {
+            cmbvelocidades.setListIndex(4);
+            Linea.setSettings("19200,N,8,1");
+            if (!probe()) {
+                paradibu();
+                services_.dialogs.msgBox(es_tr6100 ? "No answer from TR-6100, check the cable or TR-6100"
+                                                   : "No answer from H-7XX scale, check the cable or scale");
+                acaba2();
+                return Next::EndOfPass;
+            }
+        }
+    } else if (es_serie_g) {
+        cmbvelocidades.setListIndex(4);
+        Linea.setSettings("19200,N,8,1");
+        if (!(hooks_.carga_F ? hooks_.carga_F(*this) : missingEngine("boot ROM loader"))) return Next::EndOfPass;
+        return finishSerialLoad();
+    }
+    if (es_matrix4000) {
+        Texto.setCaption("Matrix 4X00 connected");
+    } else if (es_tr6100) {
+        Texto.setCaption("TR-6100 connected");
+    } else {
+        Texto.setCaption("Scale connected. Please Wait, erasing FLASH ROM");
+    }
+    Barra.setMin(0);
+    Barra.setValue(0);
+    Barra.setMax(static_cast<Long>(services_.files.lof(kFile)));
+
+    auto firstLine = numbered ? hooks_.numberedFirstLine : hooks_.bankedFirstLine;
+    if (!(firstLine ? firstLine(*this) : missingEngine("line loader"))) return Next::EndOfPass;
+
+    Texto.setCaption(" ");
+    Banco_actual.setVisible(true);
+    Banco_actual.setEnabled(true);
+    Barra.setVisible(true);
+    Barra.setEnabled(true);
+    Label2.setVisible(true);
+    numero_linea = 1;
+    setMousePointer(13);
+
+    auto loop = numbered ? hooks_.numberedLoop : hooks_.bankedLoop;
+    LoopOutcome outcome = loop ? loop(*this) : (missingEngine("line loader"), LoopOutcome::EndOfPass);
+    if (outcome == LoopOutcome::EndOfPass) return Next::EndOfPass;
+    if (outcome == LoopOutcome::Abandon) return closeSerialLoad();
+    if (numbered && es_serie_w && (nivel == 1 || nivel == 2)) return macStep();
+    return finishSerialLoad();
+}
+
+// Steps 15 and 16: the full bar, the good news, and the clean-up.
+Firmcast::Next Firmcast::finishSerialLoad() {
+    bool numbered = es_serie_n || es_serie_w || es_tr8200;
+    if (numbered && tipo_conexion != 1) {
+        BarraEth.setValue(BarraEth.max());
+    } else {
+        Barra.setValue(Barra.max());
+    }
+    paradibu();
+    services_.dialogs.msgBox("The scale is ready", mb::kInformation, "FIRMCAST OK");
+    return closeSerialLoad();
+}
+
+Firmcast::Next Firmcast::closeSerialLoad() {
+    setMousePointer(1);
+    services_.files.close(kFile);
+    acaba2();
+    return Next::EndOfPass;
+}
+
+// A Serie_W scale at levels 1 and 2 is told the load has ended; if it asks
+// for a MAC address it gets the next one from the database, and the
+// operator records it.
+Firmcast::Next Firmcast::macStep() {
+    auto send = [this] { return hooks_.EnviaLineaNumerada ? hooks_.EnviaLineaNumerada(*this) : missingEngine("numbered-line loader"); };
+    numero_linea += 1;
+    linea_fichero = ":0000006799";
+    Texto.setCaption(linea_fichero);
+    pide_mac = kFalse;
+    if (!send()) return Next::EndOfPass;
+    if (!pide_mac) return finishSerialLoad();
+    mac_actual = hooks_.DameMACAddress ? hooks_.DameMACAddress(*this) : std::string();
+    if (hooks_.EsperaEventoRecursos) {
+        hooks_.EsperaEventoRecursos(*this, 6000);
+    } else {
+        services_.pump.sleep(6000);
+    }
+    if (mac_actual.empty()) {
+        services_.dialogs.msgBox("There is no more MACs available");
+        Tiempo1.setEnabled(true);
+        return closeSerialLoad();
+    }
+    linea_fichero = ":06000068" + mac_actual + DameCheckSum("06000068" + mac_actual, services_.dialogs);
+    Texto.setCaption(linea_fichero);
+    if (!send()) return Next::EndOfPass;
+    Tiempo1.setEnabled(false);
+    if (hooks_.frmDatosBalanza) hooks_.frmDatosBalanza(*this);
+    return finishSerialLoad();
+}
+
+// What a pass does when the load engine of its model is not in this build:
+// it says so and ends the pass as a failed connection would.
+Flag Firmcast::missingEngine(const std::string& what) {
+    paradibu();
+    services_.dialogs.msgBox("The " + what + " of this model is not available in this build of the program");
+    acaba2();
+    return kFalse;
+}
+
+}  // namespace fc
