@@ -1,0 +1,30 @@
+// firmcast: the loader with its window. "firmcast [level]": the level is the
+// first character of the command line, 0 to 3; the rest is ignored.
+#include <QApplication>
+
+#include "control/firmcast_form.h"
+#include "platform/file_table.h"
+#include "platform/linux/termios_port.h"
+#include "platform/program_folder.h"
+#include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_pump.h"
+#include "platform/qt/screen_window.h"
+
+int main(int argc, char** argv) {
+    // The level is the system's own command line: Qt must not take options from it.
+    int qtArgc = 1;
+    QApplication application(qtArgc, argv);
+    QApplication::setApplicationName(fc::kAppTitle);
+
+    fc::QtPump pump;
+    fc::QtDialogs dialogs(pump);
+    fc::TermiosPortOpener serialPorts;
+    fc::FileTable files;
+    fc::Firmcast form(fc::Services{pump, dialogs, serialPorts, files, fc::programFolder()});
+    fc::ScreenWindow window(form, pump);
+    try {
+        form.Form_Load(fc::commandLineText(argc, argv));
+    } catch (const fc::ProgramEnd& end) {
+        return end.exitStatus;
+    }
+}
