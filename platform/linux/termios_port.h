@@ -1,0 +1,70 @@
+// Serial ports of Linux through termios. COM n is the device named by the
+// environment variable FIRMCAST_COM<n>, else /dev/ttyS<n-1>.
+//
+// The line is raw: every byte value 0..255 passes unchanged both ways (no
+// stripping, no parity marking, no CR/NL translation, no flow control).
+// A pseudo-terminal keeps 8 bits without parity and has no modem lines; on one,
+// 7 data bits, parity and DTR are accepted and have no effect, so a simulated
+// device behind a pty sees every byte as sent.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/serial_port.h"
+
+namespace fc {
+
+class TermiosPortOpener : public SerialPortOpener {
+  public:
+    // Throws RuntimeError 8002 (missing or not a serial device) or 8005 (in use).
+    std::unique_ptr<SerialPort> open(int commPort) override;
+
+    // The device file behind COM n.
+    static std::string deviceName(int commPort);
+};
+
+class TermiosPort : public SerialPort {
+  public:
+    // Opens `device` non-blocking, claims it exclusively and makes it raw.
+    explicit TermiosPort(const std::string& device);
+    ~TermiosPort() override;
+    TermiosPort(const TermiosPort&) = delete;
+    TermiosPort& operator=(const TermiosPort&) = delete;
+
+    const std::string& device() const { return device_; }
+    bool isPseudoTerminal() const { return pty_; }
+
+    // A setting the driver refuses or does not take is error 8015; on a pty,
+    // the frame format (data bits, parity) is left as the pty keeps it.
+    void apply(const LineSettings& settings) override;
+    void setDtr(bool on) override;
+
+    void write(const std::string& bytes) override;
+    int outputPending() override;
+    int inputAvailable() override;
+    std::string read() override;
+    void discardInput() override;
+
+    // Hands queued bytes to the driver and takes in everything it has
+    // received, so that a ready descriptor does not keep waking the pump.
+    // A device that has gone (hang-up, I/O error) is error 8020 on reading
+    // and error 57 on writing.
+    void service() override;
+    int wakeFd() const override { return fd_; }
+
+  private:
+    unsigned frameFlags(const LineSettings& settings) const;
+    void makeRaw();
+    void checkTaken(const LineSettings& settings);
+    void flushOutput();
+    void receiveInput();
+
+    std::string device_;
+    int fd_ = -1;
+    bool pty_ = false;
+    std::string outQueue_;
+    std::string received_;
+};
+
+}  // namespace fc

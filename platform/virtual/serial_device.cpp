@@ -1,0 +1,26 @@
+#include "platform/virtual/serial_device.h"
+
+#include "platform/virtual/virtual_wire.h"
+
+namespace fc {
+
+SerialDevice::~SerialDevice() {
+    if (wire_)
+        wire_->detachDevice();
+}
+
+void SerialDevice::send(const std::string& bytes) {
+    if (wire_)
+        wire_->deviceSend(bytes);
+}
+
+void SerialDevice::after(Micros delay, std::function<void()> action) {
+    if (wire_)
+        wire_->deviceAfter(delay, std::move(action));
+}
+
+Micros SerialDevice::now() const {
+    return wire_ ? wire_->now() : 0;
+}
+
+}  // namespace fc
