@@ -10,17 +10,12 @@
 #include <string>
 
 #include "platform/vb_types.h"
+#include "serial/line_panel.h"
 
 namespace fc {
 
 class Firmcast;
 
-// How a line loop ended, and so where the driver goes on.
-enum class LoopOutcome {
-    Success,    // the last record was accepted: the success steps follow
-    EndOfPass,  // a send failed and has told why: straight to the end of the pass
-    Abandon,    // the file ended badly or a line was refused: close and end the pass
-};
 
 struct LoadHooks {
     // Numbered dialect: the H0000 handshake (connect), the first line with
