@@ -54,6 +54,12 @@ ScreenWindow::ScreenWindow(Screen& screen, Pump& pump, QWidget* parent)
 
 ScreenWindow::~ScreenWindow() {
     self_.reset();
+    // QWidget deletes the control widgets only after this part of the window
+    // is gone; whatever they signal while dying must not reach it.
+    for (auto& [object, control] : watched_) {
+        object->removeEventFilter(this);
+        QObject::disconnect(object, nullptr, this, nullptr);
+    }
 }
 
 QWidget* ScreenWindow::widgetFor(const std::string& name) const {

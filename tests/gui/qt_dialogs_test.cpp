@@ -114,5 +114,28 @@ TEST_F(QtDialogsTest, ShowModalPumpsUntilTheScreenUnloads) {
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
+TEST_F(QtDialogsTest, AScreenShownModallyTwiceOutlivesItsFirstWindow) {
+    DemoScreen modal("frmCargaDisplayGrafico");
+    int shown = 0;
+    OperatorScript operatorHands(pump);
+    auto closeWhenShown = [&] {
+        operatorHands.when([&] { return modal.loaded(); }, "close",
+                           [&] {
+                               ++shown;
+                               modal.File1.setListIndex(1);
+                               modal.unload();
+                           });
+    };
+    closeWhenShown();
+    dialogs.showModal(modal);
+    // The first window is gone; the model goes on changing without it.
+    modal.File1.setListIndex(2);
+    modal.setCaption("second time");
+    closeWhenShown();
+    dialogs.showModal(modal);
+    EXPECT_EQ(shown, 2);
+    EXPECT_EQ(modal.File1.listIndex(), 1);
+}
+
 }  // namespace
 }  // namespace fc::test
