@@ -1,6 +1,6 @@
 #include "platform/virtual/serial_device.h"
 
-#include "platform/virtual/virtual_wire.h"
+#include "platform/virtual/device_link.h"
 
 namespace fc {
 

@@ -12,7 +12,7 @@
 
 namespace fc {
 
-class VirtualWire;
+class DeviceLink;
 
 class SerialDevice {
   public:
@@ -34,6 +34,10 @@ class SerialDevice {
     virtual void onDtrChanged(bool /*on*/) {}
 
     bool attached() const { return wire_ != nullptr; }
+    // Plugs the device into `link` (or unplugs it with nullptr). The wire or
+    // host does this; a device is in one link at a time.
+    void plugInto(DeviceLink* link) { wire_ = link; }
+    DeviceLink* link() const { return wire_; }
 
   protected:
     // Sends bytes towards the program, one character after another at the
@@ -46,8 +50,7 @@ class SerialDevice {
     Micros now() const;
 
   private:
-    friend class VirtualWire;
-    VirtualWire* wire_ = nullptr;
+    DeviceLink* wire_ = nullptr;
     LineSettings settings_;
 };
 

@@ -22,16 +22,16 @@ Byte dataBitsOf(Byte value, int dataBits) {
 }  // namespace
 
 VirtualWire::VirtualWire(Pump& pump, SerialDevice& device) : pump_(pump), device_(&device) {
-    if (device.wire_)
-        device.wire_->detachDevice();
-    device.wire_ = this;
+    if (device.link())
+        device.link()->detachDevice();
+    device.plugInto(this);
     pump_.add(*this);
 }
 
 VirtualWire::~VirtualWire() {
     pump_.remove(*this);
     if (device_)
-        device_->wire_ = nullptr;
+        device_->plugInto(nullptr);
 }
 
 void VirtualWire::setSilent(bool silent) {
@@ -106,7 +106,7 @@ void VirtualWire::deviceAfter(Micros delay, std::function<void()> action) {
 
 void VirtualWire::detachDevice() {
     if (device_)
-        device_->wire_ = nullptr;
+        device_->plugInto(nullptr);
     device_ = nullptr;
     deviceActions_.clear();
 }

@@ -20,6 +20,7 @@
 
 #include "platform/event_source.h"
 #include "platform/serial_port.h"
+#include "platform/virtual/device_link.h"
 #include "platform/virtual/wire_direction.h"
 
 namespace fc {
@@ -27,7 +28,7 @@ namespace fc {
 class Pump;
 class SerialDevice;
 
-class VirtualWire : public EventSource {
+class VirtualWire : public EventSource, public DeviceLink {
   public:
     VirtualWire(Pump& pump, SerialDevice& device);
     ~VirtualWire() override;
@@ -59,10 +60,10 @@ class VirtualWire : public EventSource {
     std::string& programReceived() { return received_; }
 
     // The device's end.
-    void deviceSend(const std::string& bytes);
-    void deviceAfter(Micros delay, std::function<void()> action);
-    void detachDevice();
-    Micros now() const;
+    void deviceSend(const std::string& bytes) override;
+    void deviceAfter(Micros delay, std::function<void()> action) override;
+    void detachDevice() override;
+    Micros now() const override;
 
     // EventSource: the wire goes on while the program sleeps.
     Micros nextDue() const override;
