@@ -11,6 +11,8 @@
 #include <vector>
 
 #include "control/load_hooks.h"
+#include "firmware/hex_record.h"
+#include "firmware/mensaje_eth.h"
 #include "platform/controls.h"
 #include "platform/runtime_error.h"
 #include "platform/screen.h"
@@ -145,7 +147,7 @@ public:
     Flag esperando_otra = kFalse;
     Flag lanzado_gseries = kFalse;
     Long pos_memoria = 0;
-    std::vector<Byte> memoria;
+    std::vector<Byte> memoria = std::vector<Byte>(kLimiteMemoria + 1, 0xFF);
     Long checksum_memoria = 0;
     Integer modelo_elegido = kTrue;
     Integer transporte_elegido = kTrue;
@@ -158,6 +160,12 @@ public:
     // Local to the driver, living across its passes.
     Flag fichero_procesado = kFalse;
     Flag linea_ok = kFalse;
+    // The Ethernet messages of the file, and what the file readers keep.
+    std::vector<MensajeEth> mensajes;
+    std::string cabecera_modelo;
+    Long longitud_datos = 0;
+    Byte banco_fichero = 0;
+    Long base_segmento = 0;
 
     // Shared globals of the program.
     Integer tipo_conexion = 0;

@@ -10,6 +10,7 @@ packages=(
     qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev
     xvfb xauth x11-utils imagemagick
     clang libclang-rt-14-dev
+    zlib1g-dev srecord
 )
 
 missing=()
