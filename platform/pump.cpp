@@ -16,6 +16,8 @@ void Pump::defer(std::exception_ptr error) {
     if (!deferred_) deferred_ = error;
 }
 
+void Pump::doPendingEvents() { runDueSources(nowMicros(), true); }
+
 bool Pump::isRegistered(const EventSource* source) const {
     return std::find(sources_.begin(), sources_.end(), source) != sources_.end();
 }

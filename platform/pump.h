@@ -19,6 +19,11 @@ public:
     // thing to happen, but at most one millisecond.
     virtual void doEvents() = 0;
 
+    // Runs what is due now and returns at once, never waiting: the yield of a
+    // long piece of work (a file read line by line) that lets the screen's
+    // events in between its steps without costing it a wait on each one.
+    virtual void doPendingEvents();
+
     // A plain sleep during which the program's events do not run.
     virtual void sleep(int ms) = 0;
 

@@ -12,6 +12,8 @@ public:
     // Runs what is due; when nothing is, blocks in ppoll() on the open lines
     // and sockets until the next timer deadline, at most 1 ms. Never spins.
     void doEvents() override;
+    // Polls the lines and sockets without blocking, then runs what is due.
+    void doPendingEvents() override;
     void sleep(int ms) override;
     Micros nowMicros() const override;
 

@@ -27,6 +27,8 @@ void RealPump::doEvents() {
     runDueSources(nowMicros(), true, ready);
 }
 
+void RealPump::doPendingEvents() { runDueSources(nowMicros(), true, waitForWake(0)); }
+
 std::vector<int> RealPump::waitForWake(Micros timeout) {
     std::vector<pollfd> fds;
     for (EventSource* source : snapshot()) {

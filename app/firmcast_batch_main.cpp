@@ -1,0 +1,50 @@
+// firmcast-batch: the loader without a window, for production lines and CI.
+// For now it does the dry runs: "--inspect FILE" reads a firmware file as
+// an Ethernet load would and prints what it would send; "--inspect-synthetic"
+// prints the synthetic message list. See --help.
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "app/batch_exit.h"
+#include "app/batch_inspect.h"
+#include "app/batch_options.h"
+#include "platform/runtime_error.h"
+
+namespace {
+
+int run(const fc::batch::Options& options) {
+    using fc::batch::Mode;
+    switch (options.mode) {
+        case Mode::Help:
+            std::cout << fc::batch::usageText();
+            return fc::batch::kExitOk;
+        case Mode::Inspect:
+            return fc::batch::inspectFile(options.file, std::cout);
+        case Mode::InspectSynthetic:
+            return fc::batch::inspectSynthetic(std::cout);
+    }
+    return fc::batch::kExitBadUsage;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> args(argv + 1, argv + argc);
+    fc::batch::Options options;
+    try {
+        options = fc::batch::parseOptions(args);
+    } catch (const fc::batch::UsageError& error) {
+        std::cerr << "firmcast-batch: " << error.message << "\n" << fc::batch::usageText();
+        return fc::batch::kExitBadUsage;
+    }
+    try {
+        return run(options);
+    } catch (const fc::ProgramEnd& end) {
+        return end.exitStatus;
+    } catch (const fc::RuntimeError& error) {
+        // A failure nothing caught: what the fatal trap of a load does.
+        std::cerr << "firmcast-batch: " << error.number() << " - " << error.description() << "\n";
+        return fc::batch::kExitFatalTrap;
+    }
+}

@@ -1,0 +1,12 @@
+#include "firmware/firmware_path.h"
+
+#include "platform/drives.h"
+
+namespace fc {
+
+std::string rutaFichero(const std::string& fichero) {
+    const std::string host = hostPath(fichero);
+    return host.empty() ? fichero : host;
+}
+
+}  // namespace fc
