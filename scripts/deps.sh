@@ -11,6 +11,7 @@ packages=(
     xvfb xauth x11-utils imagemagick
     clang libclang-rt-14-dev
     zlib1g-dev srecord
+    libsqlite3-dev
 )
 
 missing=()
