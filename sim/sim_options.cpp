@@ -1,0 +1,138 @@
+#include "sim/sim_options.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "sim/banked_device.h"
+#include "sim/numbered_scale.h"
+
+namespace fc {
+
+namespace {
+
+bool number(const char* text, long long& out) {
+    char* end = nullptr;
+    out = std::strtoll(text, &end, 0);
+    return end != text && *end == '\0';
+}
+
+// "N:X" into two numbers.
+bool pair(const char* text, long long& first, long long& second) {
+    const char* colon = std::strchr(text, ':');
+    if (!colon) return false;
+    std::string head(text, colon);
+    return number(head.c_str(), first) && number(colon + 1, second);
+}
+
+std::string printable(const std::string& text) {
+    std::string out;
+    for (unsigned char c : text) {
+        if (c >= 0x20 && c < 0x7F) {
+            out += static_cast<char>(c);
+        } else {
+            char hex[8];
+            std::snprintf(hex, sizeof hex, "<%02X>", c);
+            out += hex;
+        }
+    }
+    return out;
+}
+
+}  // namespace
+
+std::string simUsage() {
+    return "usage: firmcast-sim [options]\n"
+           "  A simulated device on a pseudo-terminal; its path is printed on the first line.\n"
+           "  --device KIND        numbered (Serie_N, Serie_W, TR-8200), banked (Serie_H,\n"
+           "                       TR-6100, Matrix 4000) or echo; default numbered\n"
+           "  --baud N             the device's speed (default 57600)\n"
+           "  --erase-ms N         how long the flash erase takes (default 2000)\n"
+           "  --wants-mac          answer the end command asking for a MAC address\n"
+           "  --silent-end         say nothing to the end command\n"
+           "  --silent-at F        no answer to frame F\n"
+           "  --wrong-byte-at F:B  answer frame F with byte B (0x.. or decimal)\n"
+           "  --refuse F:N         refuse frame F N times (0x15)\n"
+           "  --close-at F         the line drops at frame F\n"
+           "  --slow FACTOR        answer FACTOR times slower\n"
+           "  --log FILE           write every frame received to FILE\n"
+           "  --help               this text\n"
+           "  Frames: the H number of a numbered scale; for a banked device the place\n"
+           "  of the frame among all received, from 0 (probe 0, first line 1, erase 2).\n";
+}
+
+bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error) {
+    for (int i = 1; i < argc; ++i) {
+        std::string option = argv[i];
+        auto value = [&](const char*& v) {
+            if (i + 1 >= argc) {
+                error = option + " needs a value";
+                return false;
+            }
+            v = argv[++i];
+            return true;
+        };
+        const char* v = nullptr;
+        long long a = 0, b = 0;
+        if (option == "--help" || option == "-h") {
+            out.help = true;
+        } else if (option == "--wants-mac") {
+            out.wantsMac = true;
+        } else if (option == "--silent-end") {
+            out.silentEndCommand = true;
+        } else if (!value(v)) {
+            return false;
+        } else if (option == "--device") {
+            out.kind = v;
+            if (out.kind != "numbered" && out.kind != "banked" && out.kind != "echo") {
+                error = "unknown device " + out.kind;
+                return false;
+            }
+        } else if (option == "--baud" && number(v, a)) {
+            out.baud = static_cast<int>(a);
+        } else if (option == "--erase-ms" && number(v, a)) {
+            out.eraseMs = a;
+        } else if (option == "--silent-at" && number(v, a)) {
+            out.faults.silentAt[static_cast<long>(a)] = true;
+        } else if (option == "--wrong-byte-at" && pair(v, a, b)) {
+            out.faults.wrongByteAt[static_cast<long>(a)] = static_cast<char>(b);
+        } else if (option == "--refuse" && pair(v, a, b)) {
+            out.faults.refusals[static_cast<long>(a)] = static_cast<int>(b);
+        } else if (option == "--close-at" && number(v, a)) {
+            out.faults.closeAt = static_cast<long>(a);
+        } else if (option == "--slow") {
+            out.slowFactor = std::strtod(v, nullptr);
+            if (out.slowFactor <= 0) {
+                error = "--slow needs a factor above 0";
+                return false;
+            }
+        } else if (option == "--log") {
+            out.logPath = v;
+        } else {
+            error = "bad option or value: " + option + " " + v;
+            return false;
+        }
+    }
+    return true;
+}
+
+size_t logNewFrames(const SerialDevice& device, size_t alreadyLogged, std::ostream& out) {
+    if (auto* scale = dynamic_cast<const NumberedScale*>(&device)) {
+        const auto& frames = scale->frames();
+        for (size_t i = alreadyLogged; i < frames.size(); ++i) {
+            out << frames[i].at / 1000 << " ms H" << frames[i].number << " " << frames[i].record << "\n";
+        }
+        out.flush();
+        return frames.size();
+    }
+    if (auto* banked = dynamic_cast<const BankedDevice*>(&device)) {
+        const auto& frames = banked->frames();
+        for (size_t i = alreadyLogged; i < frames.size(); ++i) {
+            out << frames[i].at / 1000 << " ms #" << frames[i].index << " " << printable(frames[i].text) << "\n";
+        }
+        out.flush();
+        return frames.size();
+    }
+    return alreadyLogged;
+}
+
+}  // namespace fc

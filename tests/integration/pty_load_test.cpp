@@ -1,0 +1,106 @@
+// Whole loads over a real pseudo-terminal: the main screen with the real
+// serial port and the real pump, the simulated device on the pty's far side.
+// These take real time (a few seconds) and are kept few.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "control/firmcast_form.h"
+#include "platform/file_table.h"
+#include "platform/linux/pty_device_host.h"
+#include "platform/linux/termios_port.h"
+#include "platform/operator_script.h"
+#include "platform/real_pump.h"
+#include "platform/recording_dialogs.h"
+#include "sim/banked_device.h"
+#include "sim/numbered_scale.h"
+#include "support/firmware_files.h"
+#include "support/scenario_rig.h"
+
+namespace fc::test {
+namespace {
+
+using ::testing::ElementsAre;
+
+struct RealRig {
+    RealPump pump;
+    RecordingDialogs dialogs{pump};
+    TermiosPortOpener ports;
+    FileTable files;
+    TempFolder driveC, home;
+    OperatorScript script{pump};
+
+    RealRig() { setenv("FIRMCAST_DRIVE_C", driveC.path().c_str(), 1); }
+    ~RealRig() {
+        unsetenv("FIRMCAST_DRIVE_C");
+        unsetenv("FIRMCAST_COM1");
+    }
+
+    // Loads `file` into model `code` through COM1 = the host's tty.
+    std::vector<std::string> load(PtyDeviceHost& host, int code, const char* group, const std::string& file) {
+        setenv("FIRMCAST_COM1", host.ttyPath().c_str(), 1);
+        driveC.write("fw.txt", file);
+        Firmcast form(Services{pump, dialogs, ports, files, home.path().string()});
+        Firmcast* f = &form;
+        std::string picture = f->pictureOf(code).name();
+        std::string groupButton = group;
+        script.when([f] { return f->Seleccion.reachable(); }, "model", [f, picture, groupButton] {
+            operatorClick(*f, groupButton);
+            operatorClick(*f, picture);
+        });
+        script.when([f] { return f->frPuerto.reachable(); }, "COM1", [f] {
+            operatorClick(*f, "optrs232");
+            operatorClick(*f, "Option1");
+            operatorClick(*f, "cmdAdelante");
+        });
+        script.when([f] { return f->File1.reachable(); }, "file", [f] {
+            operatorSelectText(*f, "File1", "fw.txt");
+            operatorClick(*f, "cmdAdelante");
+        });
+        script.when([f] { return f->esperando_otra != kFalse; }, "done", [] { throw ScenarioDone{}; });
+        try {
+            form.Form_Load("");
+        } catch (const ScenarioDone&) {
+        }
+        return dialogs.texts();
+    }
+};
+
+TEST(PtyLoad, ANumberedLineScaleLoadsOverARealPty) {
+    RealRig rig;
+    NumberedScale::Config config;
+    config.eraseTime = 200'000;
+    NumberedScale scale(config);
+    PtyDeviceHost host(rig.pump, scale);
+    EXPECT_THAT(rig.load(host, 1, "optBalanzas", intelHexFile(64)), ElementsAre("The scale is ready"));
+    EXPECT_EQ(scale.flashed().size(), 64u);
+    EXPECT_TRUE(scale.endOfFileSeen());
+}
+
+TEST(PtyLoad, ABankedDeviceLoadsOverARealPtyAcrossTwoBanks) {
+    RealRig rig;
+    BankedDevice::Config config;
+    config.eraseTime = 200'000;
+    config.bankTime = 10'000;
+    BankedDevice device(config);
+    PtyDeviceHost host(rig.pump, device);
+    EXPECT_THAT(rig.load(host, 2, "optBalanzas", sRecordFile(consecutive(0x7F00, 32))), ElementsAre("The scale is ready"));
+    EXPECT_EQ(device.banksRecorded(), (std::vector<int>{16, 16}));
+    EXPECT_TRUE(device.ended());
+}
+
+TEST(PtyLoad, ADeviceOnlyAt19200IsReachedByTheFallBack) {
+    RealRig rig;
+    BankedDevice::Config config;
+    config.settings = LineSettings{19200, 'N', 8, 1};
+    config.eraseTime = 100'000;
+    BankedDevice device(config);
+    PtyDeviceHost host(rig.pump, device);
+    EXPECT_THAT(rig.load(host, 5, "optEtiquetadoras", sRecordFile(consecutive(0, 8))), ElementsAre("The scale is ready"));
+}
+
+}  // namespace
+}  // namespace fc::test
