@@ -136,6 +136,14 @@ void Firmcast::wireHandlers() {
     on(optEthernet.onClick, &Firmcast::optEthernet_Click);
     on(timerout.onTimer, &Firmcast::timerout_Timer);
     on(Tiempo1.onTimer, &Firmcast::Tiempo1_Timer);
+    on(Dir1.onDblClick, &Firmcast::Dir1_DblClick);
+    on(Option5.onClick, &Firmcast::Option5_Click);
+    on(Option6.onClick, &Firmcast::Option6_Click);
+    on(Option7.onClick, &Firmcast::Option7_Click);
+    on(Option8.onClick, &Firmcast::Option8_Click);
+    on(Option9.onClick, &Firmcast::Option9_Click);
+    on(Option10.onClick, &Firmcast::Option10_Click);
+    on(Option11.onClick, &Firmcast::Option11_Click);
     FIN.onClick = [this] { FIN_Click(); };
     onUnload = [this] { Form_Unload(); };
     OptionButton* ports[] = {&Option1, &Option2, &Option3, &Option4};

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "control/load_hooks.h"
+#include "display/frm_carga_display_grafico.h"
 #include "firmware/hex_record.h"
 #include "firmware/mensaje_eth.h"
 #include "platform/controls.h"
@@ -21,6 +22,7 @@
 #include "platform/vb_types.h"
 #include "platform/window_timer.h"
 #include "serial/serial_panel.h"
+#include "visor/frm_carga_mv510.h"
 
 namespace fc {
 
@@ -155,6 +157,11 @@ public:
     std::string unidad_elegida, carpeta_elegida, fichero_elegido;
     Integer paso_asistente = 0;
     Flag modo_produccion = kFalse;
+    // The recording range of a boot ROM load, set by Option5..Option11.
+    Byte rango_banco = 0;
+    Long limite_rango = 0;
+    Flag rango_elegido = kFalse;
+    Flag hacer_f = kFalse;
     // The file reader's state byte: 0 line taken, 1 bad checksum, 2 end seen.
     Byte estado_lector = 0;
     // Local to the driver, living across its passes.
@@ -197,6 +204,16 @@ public:
     void Form_Unload();
     void timerout_Timer();
     void Tiempo1_Timer();
+    // The folder list's own behaviour: a double click opens the folder.
+    void Dir1_DblClick();
+    // The recording ranges (hacerf, Frame4).
+    void Option5_Click();
+    void Option6_Click();
+    void Option7_Click();
+    void Option8_Click();
+    void Option9_Click();
+    void Option10_Click();
+    void Option11_Click();
 
     // ---- Procedures other parts of the system call -------------------------
     void EligeModelo(const std::string& codigo);
@@ -208,6 +225,9 @@ public:
     const Services& services() const { return services_; }
     LoadHooks& hooks() { return hooks_; }
     PictureBox& dibujo(int n) { return *Dibujo[n - 1]; }  // n = 1..12
+    // The visor and display screens, once they have been opened.
+    frmCargaMV510* visorScreen() { return visor_.get(); }
+    frmCargaDisplayGrafico* displayScreen() { return display_.get(); }
     // The picture box of a catalogue code.
     PictureBox& pictureOf(int code);
     // Raises the flag of a model and clears the others.
@@ -255,6 +275,10 @@ private:
     void refreshFileList();
     void cmdAdelanteVisor();
     void startGseries();
+    void launchGseries();
+    void chooseRange(Byte banco, Long limite);
+    void waitForRangeChoice();
+    void showDrives();
     void selectRememberedModel();
     void showChosenPicture(const PictureBox& picture);
     void startDisplay();
@@ -264,6 +288,10 @@ private:
     LoadHooks hooks_;
     SerialPanel panel_;
     bool trapArmed_ = false;
+    // The folder each line of Dir1 stands for.
+    std::vector<std::string> dirEntries_;
+    std::unique_ptr<frmCargaMV510> visor_;
+    std::unique_ptr<frmCargaDisplayGrafico> display_;
 };
 
 }  // namespace fc

@@ -170,7 +170,7 @@ void Firmcast::waitWhileStep(Integer step) {
 void Firmcast::showStartFolder() {
     if (nivel != 1 && nivel != 2) {
         setDrive("c:");
-        Dir1.setPath("C:\\");
+        setFolder("C:\\");
         return;
     }
     int code = modelCodeOfFlags();

@@ -33,8 +33,8 @@ void Firmcast::highlightOnly(int code) {
 
 void Firmcast::PictureModel_Click(int code) {
     if (code == 3) {
-        highlightOnly(code);
         startGseries();
+        highlightOnly(code);
         return;
     }
     if (code == 7) {
@@ -59,12 +59,19 @@ void Firmcast::PictureModel_Click(int code) {
     }
 }
 
-// The Serie_G scales are loaded by their own tool, started with the level.
+// The Serie_G scales are loaded by their own tool: choosing them starts it
+// and leaves the wizard on the model step.
 void Firmcast::startGseries() {
+    launchGseries();
+    modelo_elegido = 3;
+}
+
+// The tool's command line is the program's folder, its name and the level as
+// one digit. Nothing checks whether a copy is running already.
+void Firmcast::launchGseries() {
     std::string commandLine = services_.programFolder + "\\Gseries.exe " + std::string(1, static_cast<char>('0' | nivel));
     proceso_externo = hooks_.startProgram ? hooks_.startProgram(commandLine) : 0;
     lanzado_gseries = kTrue;
-    modelo_elegido = 3;
 }
 
 int Firmcast::modelCodeOfFlags() const {

@@ -36,8 +36,15 @@ void Firmcast::cmdAdelante_Click() {
     }
 }
 
+// The visor has a screen of its own, shown modally: the wizard stays where it
+// was and is on screen again when that screen closes.
 void Firmcast::cmdAdelanteVisor() {
-    if (hooks_.frmCargaMV510) hooks_.frmCargaMV510(*this);
+    if (hooks_.frmCargaMV510) {
+        hooks_.frmCargaMV510(*this);
+        return;
+    }
+    if (!visor_) visor_ = std::make_unique<frmCargaMV510>(services_);
+    services_.dialogs.showModal(*visor_);
 }
 
 // Step 0 with a remembered model: raise its flag again, show it, and put the
@@ -177,7 +184,11 @@ void Firmcast::Drive1_Change() {
         // A drive that is not ready: back to where the folder list was.
         if (former.size() < 2) return;
         Drive1.setDrive(std::string(1, static_cast<char>(std::tolower(static_cast<unsigned char>(former[0])))) + ":");
-        Dir1.setPath(former);
+        try {
+            setFolder(former);
+        } catch (const RuntimeError&) {
+            // The former folder has gone too: the drive's root is shown.
+        }
     }
 }
 
@@ -191,8 +202,15 @@ void Firmcast::cmdSave_Click() {
     if (hooks_.GuardaInfoIni) hooks_.GuardaInfoIni(*this);
 }
 
+// The graphic display is loaded from a screen of its own, created the first
+// time it is asked for; the wizard stays on the way step.
 void Firmcast::cmdDisplayGrafico_Click() {
-    if (hooks_.frmCargaDisplayGrafico) hooks_.frmCargaDisplayGrafico(*this);
+    if (hooks_.frmCargaDisplayGrafico) {
+        hooks_.frmCargaDisplayGrafico(*this);
+        return;
+    }
+    if (!display_) display_ = std::make_unique<frmCargaDisplayGrafico>(services_);
+    services_.dialogs.showModal(*display_);
 }
 
 void Firmcast::optProduccion_Click() { modo_produccion = toFlag(optProduccion.value() == 1); }
@@ -241,21 +259,58 @@ Flag Firmcast::lanza_linea() {
 // is the run time's "Device unavailable".
 void Firmcast::setDrive(const std::string& drive) {
     if (drive.size() < 2 || !driveExists(drive[0])) throw RuntimeError(68);
-    if (Drive1.listCount() == 0) {
-        for (char letter : existingDrives()) Drive1.addItem(std::string(1, letter) + ":");
-    }
+    showDrives();
     std::string lowered = std::string(1, static_cast<char>(std::tolower(static_cast<unsigned char>(drive[0])))) + ":";
     Drive1.setDrive(lowered);
 }
 
+// The drive list shows the drives that exist now.
+void Firmcast::showDrives() {
+    std::vector<std::string> drives;
+    for (char letter : existingDrives()) drives.push_back(std::string(1, letter) + ":");
+    bool same = static_cast<int>(drives.size()) == Drive1.listCount();
+    for (int i = 0; same && i < Drive1.listCount(); ++i) same = Drive1.list(i) == drives[i];
+    if (same) return;
+    Drive1.clear();
+    for (const std::string& drive : drives) Drive1.addItem(drive);
+}
+
 // Shows a folder in the folder list; one that does not exist is the run
-// time's "Path not found".
+// time's "Path not found". The list is a folder tree's open branch: the
+// drive's root, each folder on the way down (indented by its depth), the
+// folder itself, selected, and its sub-folders one step further in.
 void Firmcast::setFolder(const std::string& folder) {
     std::string wanted = normaliseWindowsPath(folder.size() == 2 ? folder + "\\" : folder);
     if (hostPath(wanted).empty()) throw RuntimeError(err::kPathNotFound);
     Dir1.clear();
-    for (const std::string& name : listFolders(wanted)) Dir1.addItem(name);
+    dirEntries_.assign(1, wanted.substr(0, 3));
+    Dir1.addItem(wanted.substr(0, 3));
+    std::string indent = "   ";
+    for (std::string::size_type start = 3; start < wanted.size();) {
+        std::string::size_type slash = wanted.find('\\', start);
+        dirEntries_.push_back(wanted.substr(0, slash));
+        Dir1.addItem(indent + wanted.substr(start, slash == std::string::npos ? slash : slash - start));
+        indent += "   ";
+        start = slash == std::string::npos ? wanted.size() : slash + 1;
+    }
+    int current = Dir1.listCount() - 1;
+    std::string parent = wanted.size() == 3 ? wanted : wanted + "\\";
+    for (const std::string& name : listFolders(wanted)) {
+        dirEntries_.push_back(parent + name);
+        Dir1.addItem(indent + name);
+    }
+    Dir1.setListIndex(current);
     Dir1.setPath(wanted);
+}
+
+void Firmcast::Dir1_DblClick() {
+    int index = Dir1.listIndex();
+    if (index < 0 || index >= static_cast<int>(dirEntries_.size())) return;
+    try {
+        setFolder(dirEntries_[index]);
+    } catch (const RuntimeError&) {
+        // The folder went away meanwhile: the list stays as it was.
+    }
 }
 
 void Firmcast::refreshFileList() {
