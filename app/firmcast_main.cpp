@@ -4,6 +4,7 @@
 
 #include "control/firmcast_form.h"
 #include "platform/file_table.h"
+#include "platform/linux/process_launcher.h"
 #include "platform/linux/termios_port.h"
 #include "platform/program_folder.h"
 #include "platform/qt/qt_dialogs.h"
@@ -20,7 +21,11 @@ int main(int argc, char** argv) {
     fc::QtDialogs dialogs(pump);
     fc::TermiosPortOpener serialPorts;
     fc::FileTable files;
+    fc::LinuxProcessLauncher launcher;
     fc::Firmcast form(fc::Services{pump, dialogs, serialPorts, files, fc::programFolder()});
+    form.hooks().startProgram = [&launcher](const std::string& commandLine) {
+        return launcher.start(commandLine);
+    };
     fc::ScreenWindow window(form, pump);
     try {
         form.Form_Load(fc::commandLineText(argc, argv));

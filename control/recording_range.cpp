@@ -18,11 +18,20 @@ void Firmcast::chooseRange(Byte banco, Long limite) {
 void Firmcast::Option5_Click() {
     hacer_f = kFalse;
     switch (nivel) {
-        case 0: chooseRange(0xEA, 0x7600); break;
-        case 1: launchGseries(); break;
-        case 2: waitForRangeChoice(); break;
-        case 3: chooseRange(0xF6, 0x7C00); break;
-        default: break;
+        case 0:
+            chooseRange(0xEA, 0x7600);
+            break;
+        case 1:
+            launchGseries();
+            break;
+        case 2:
+            waitForRangeChoice();
+            break;
+        case 3:
+            chooseRange(0xF6, 0x7C00);
+            break;
+        default:
+            break;
     }
     rango_elegido = kTrue;
     Option5.setValue(false);

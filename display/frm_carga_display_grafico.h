@@ -12,12 +12,12 @@ namespace fc {
 constexpr const char* kDisplayCaption = "Cobalt Graphic Display Loader";
 
 class frmCargaDisplayGrafico : public Screen {
-public:
+  public:
     explicit frmCargaDisplayGrafico(Services services);
 
     const Services& services() const { return services_; }
 
-private:
+  private:
     Services services_;
 };
 

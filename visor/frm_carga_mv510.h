@@ -12,12 +12,12 @@ namespace fc {
 constexpr const char* kVisorCaption = "MV-510 Firmware Loader";
 
 class frmCargaMV510 : public Screen {
-public:
+  public:
     explicit frmCargaMV510(Services services);
 
     const Services& services() const { return services_; }
 
-private:
+  private:
     Services services_;
 };
 
