@@ -43,6 +43,7 @@ void NumberedScale::onReceive(Byte byte) {
     switch (reading_) {
         case Reading::Idle:
             if (c == 'H') {
+                frameStart_ = now();
                 number_.clear();
                 reading_ = Reading::Number;
             }
@@ -73,7 +74,7 @@ void NumberedScale::onReceive(Byte byte) {
 
 void NumberedScale::frameComplete() {
     long number = std::stol(number_.empty() ? "0" : number_, nullptr, 16);
-    frames_.push_back(Frame{number, record_, now()});
+    frames_.push_back(Frame{number, record_, now(), frameStart_});
     answer(frames_.back());
 }
 
@@ -118,7 +119,10 @@ std::string NumberedScale::normalAnswer(const Frame& frame) {
 }
 
 void NumberedScale::reply(long, const std::string& bytes, Micros delay) {
-    after(delay, [this, bytes] { send(bytes); });
+    after(delay, [this, bytes] {
+        answerTimes_.push_back(now());
+        send(bytes);
+    });
 }
 
 }  // namespace fc

@@ -25,7 +25,8 @@ public:
     struct Frame {
         long number;
         std::string record;
-        Micros at;
+        Micros at;         // when its last character arrived
+        Micros startedAt;  // when its "H" arrived
     };
 
     NumberedScale();
@@ -39,6 +40,8 @@ public:
     // The data written to flash, by address (records of type 00 only).
     const std::vector<std::pair<long, std::string>>& flashed() const { return flashed_; }
     const std::string& mac() const { return mac_; }
+    // When each answer went out, in order.
+    const std::vector<Micros>& answerTimes() const { return answerTimes_; }
     bool erased() const { return erased_; }
     bool endOfFileSeen() const { return endOfFileSeen_; }
 
@@ -55,6 +58,8 @@ private:
     std::vector<Frame> frames_;
     std::vector<std::pair<long, std::string>> flashed_;
     std::string mac_;
+    std::vector<Micros> answerTimes_;
+    Micros frameStart_ = 0;
     bool erased_ = false;
     bool endOfFileSeen_ = false;
 };
