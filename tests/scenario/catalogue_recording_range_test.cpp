@@ -17,10 +17,6 @@ struct Range {
     Flag hacerF;
 };
 
-Range rangeOf(const Firmcast& f) {
-    return {f.rango_banco, f.limite_rango, f.hacer_f};
-}
-
 void expectRange(const Firmcast& f, Range want, const std::string& what) {
     EXPECT_EQ(f.rango_banco, want.banco) << what;
     EXPECT_EQ(f.limite_rango, want.limite) << what;
