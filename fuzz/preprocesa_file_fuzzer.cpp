@@ -1,8 +1,10 @@
 // Any bytes as a firmware file, read as the Ethernet load of a Serie_W scale
 // reads it: PreprocesaFile for the message list, carga_ficheroL for the
-// image, and the image's checksum. Neither read may fail other than by
-// answering false after a box; a list read to its end runs from the erase
-// message to the end of load, with fixed-length fields of their widths.
+// image. Neither read may fail other than by answering false after a box; a
+// list read to its end runs from the erase message to the end of load, with
+// fixed-length fields of their widths. (The image's checksum is a fixed loop
+// over a fixed range that no input can change the course of; left out, it
+// keeps the fuzzer several times faster.)
 #include <unistd.h>
 
 #include <cstddef>
@@ -10,7 +12,6 @@
 #include <cstdio>
 #include <string>
 
-#include "firmware/checksum_memoria.h"
 #include "firmware/file_loader.h"
 #include "firmware/preprocesa_file.h"
 #include "fuzz/firmware_fuzz_screen.h"
@@ -64,8 +65,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool enMemoria = carga_ficheroL(lector, s.segment());
     fuzz::check(!enMemoria || s.Label2.caption() == "File is in memory");
     fuzz::check(s.Barra.value() <= s.Barra.max());
-    const Long checksum = calcula_checksum_memoria(s.memoria);
-    fuzz::check(checksum >= 0 && checksum <= 0xFFFF);
     fuzz::check(s.memoria.size() == kLimiteMemoria + 1);
     return 0;
 }
