@@ -16,8 +16,9 @@ class VirtualKernelObjects : public KernelObjectTable {
     explicit VirtualKernelObjects(Pump& pump);
 
     // An endless wait that nothing ends could never return; past this much
-    // virtual time it is reported as a wait that never ends.
-    static constexpr Long kEndlessWaitLimitMs = 24 * 60 * 60 * 1000;
+    // virtual time, well beyond the system's longest wait (180 s), it is
+    // reported as a wait that never ends.
+    static constexpr Long kEndlessWaitLimitMs = 10 * 60 * 1000;
 
   protected:
     std::shared_ptr<KernelObject> makeEvent(bool manualReset, bool initialState,
