@@ -2,6 +2,7 @@
 // first character of the command line, 0 to 3; the rest is ignored.
 #include <QApplication>
 
+#include "app/firmcast_layout.h"
 #include "control/firmcast_form.h"
 #include "platform/file_table.h"
 #include "platform/linux/process_launcher.h"
@@ -26,6 +27,7 @@ int main(int argc, char** argv) {
     form.hooks().startProgram = [&launcher](const std::string& commandLine) {
         return launcher.start(commandLine);
     };
+    fc::registerFirmcastLayout();
     fc::ScreenWindow window(form, pump);
     try {
         form.Form_Load(fc::commandLineText(argc, argv));
