@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Takes the screenshots of the main screen for the documentation, under Xvfb
+# (scripts/screenshot.sh): the model step of each kind of device, the way
+# step on RS-232 and on Ethernet, the file step with a folder of firmware
+# files, and a load in progress. The program firmcast_screens walks the real
+# screen to each of them. Writes docs/screenshots/firmcast-<scene>.png.
+#
+# Usage: scripts/firmcast_screenshots.sh [SCENE...]   (default: all)
+#   BUILD_DIR  the build folder (default: build)
+#   OUT_DIR    where the pictures go (default: docs/screenshots)
+# Exit status as scripts/screenshot.sh: 77 when Xvfb or ImageMagick is missing.
+set -euo pipefail
+
+top=$(cd "$(dirname "$0")/.." && pwd)
+build=${BUILD_DIR:-$top/build}
+case $build in /*) ;; *) build=$top/$build ;; esac
+out=${OUT_DIR:-$top/docs/screenshots}
+program=$build/bin/firmcast_screens
+
+# Each scene and how long it is left to come on screen; the load is given
+# time to be well on its way.
+declare -A settle=(
+    [model-scales]=2 [model-labellers]=2 [model-visors]=2
+    [way-rs232]=2 [way-ethernet]=2 [file]=2 [load]=7
+)
+scenes=("$@")
+[[ ${#scenes[@]} -gt 0 ]] || scenes=(model-scales model-labellers model-visors way-rs232 way-ethernet file load)
+
+for scene in "${scenes[@]}"; do
+    [[ -n ${settle[$scene]:-} ]] || { echo "firmcast_screenshots: no scene $scene" >&2; exit 2; }
+    "$top/scripts/screenshot.sh" --out "$out/firmcast-$scene.png" --settle "${settle[$scene]}" \
+        "$program" "$scene"
+done
