@@ -24,6 +24,7 @@ Firmcast::Firmcast(Services services, LoadHooks hooks)
     for (WindowTimer* t : {&timerout, &Tiempo1, &TimerConnection, &TimerEnvio, &TimerClose}) enrol(*t);
     buildControls();
     wireHandlers();
+    useLineProtocols();
 }
 
 // The captions and the state of the controls as the window is designed,

@@ -21,6 +21,7 @@
 #include "platform/services.h"
 #include "platform/vb_types.h"
 #include "platform/window_timer.h"
+#include "serial/line_panel.h"
 #include "serial/serial_panel.h"
 #include "visor/frm_carga_mv510.h"
 
@@ -222,6 +223,8 @@ public:
     void paradibu();
     Flag lanza_linea();
     SerialPanel& serialPanel() { return panel_; }
+    // What the line protocols use of this screen, for the load in hand.
+    LinePanel linePanel();
     const Services& services() const { return services_; }
     LoadHooks& hooks() { return hooks_; }
     PictureBox& dibujo(int n) { return *Dibujo[n - 1]; }  // n = 1..12
@@ -239,6 +242,7 @@ public:
 
 private:
     void buildControls();
+    void useLineProtocols();
     void wireHandlers();
     void runDriver(const std::string& commandLine);
     void startUp(const std::string& commandLine);
