@@ -17,7 +17,7 @@ void BankedDevice::onReceive(Byte byte) {
         }
     } else if (c == 'S') {
         inLine_ = true;
-        line_ = "S";
+        line_.assign(1, 'S');
     } else if (c == 0x15 || c == 0x17 || c == 0x05 || c == 0x07) {
         frameComplete(std::string(1, c));
     }

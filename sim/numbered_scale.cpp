@@ -50,7 +50,7 @@ void NumberedScale::onReceive(Byte byte) {
             break;
         case Reading::Number:
             if (c == ':') {
-                record_ = ":";
+                record_.assign(1, ':');
                 reading_ = Reading::Record;
             } else if (hexValue(c) >= 0) {
                 number_ += c;
