@@ -1,6 +1,7 @@
 #include "firmware/file_loader.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <functional>
 #include <limits>
 
