@@ -9,6 +9,9 @@ namespace fc {
 
 using Micros = std::int64_t;
 constexpr Micros kNever = std::numeric_limits<Micros>::max();
+// What a source that has work now returns: the pump's epoch, which is never
+// after any "now", however the clock has moved since the pump read it.
+constexpr Micros kDueNow = 0;
 
 class EventSource {
 public:

@@ -32,7 +32,7 @@ Micros OperatorScript::nextDue() const {
     switch (step.trigger) {
         case Step::Trigger::At: return step.time;
         case Step::Trigger::After: return lastRun_ + step.time;
-        case Step::Trigger::When: return step.condition() ? pump_.nowMicros() : kNever;
+        case Step::Trigger::When: return step.condition() ? kDueNow : kNever;
     }
     return kNever;
 }
