@@ -25,6 +25,7 @@ Firmcast::Firmcast(Services services, LoadHooks hooks)
     buildControls();
     wireHandlers();
     useLineProtocols();
+    useScaleList();
 }
 
 // The captions and the state of the controls as the window is designed,

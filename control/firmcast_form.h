@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "common/common_module.h"
 #include "control/load_hooks.h"
 #include "display/frm_carga_display_grafico.h"
 #include "firmware/hex_record.h"
@@ -179,7 +180,7 @@ public:
     Integer tipo_conexion = 0;
     std::vector<std::string> lista_balanzas;
     std::vector<bool> estado_balanzas;
-    Integer puerto_tx = 3000;
+    Long puerto_tx = 3000;
 
     // ---- Handlers ----------------------------------------------------------
     void cmdAdelante_Click();
@@ -205,6 +206,11 @@ public:
     void Form_Unload();
     void timerout_Timer();
     void Tiempo1_Timer();
+    // The scale list of step 3.
+    void Text1_KeyPress(Integer& KeyAscii);
+    void cmbbalanza_Click();
+    void cmbbalanza_KeyPress(Integer& KeyAscii);
+    void txtDirTCP_KeyPress(Integer& KeyAscii);
     // The folder list's own behaviour: a double click opens the folder.
     void Dir1_DblClick();
     // The recording ranges (hacerf, Frame4).
@@ -222,6 +228,15 @@ public:
     void acaba2();
     void paradibu();
     Flag lanza_linea();
+    // The scale list and config.ini.
+    void CargaInfoIni();
+    void GuardaInfoIni();
+    void PrepararListaBalanzas(ListView& lista, int cuantos);
+    void CargaComboBalanzas();
+    // The common procedures' module: the program's own when it handed one,
+    // else one on the machine's own pieces.
+    CommonModule& common();
+    void useCommonModule(CommonModule& c) { common_ = &c; }
     SerialPanel& serialPanel() { return panel_; }
     // What the line protocols use of this screen, for the load in hand.
     LinePanel linePanel();
@@ -243,6 +258,11 @@ public:
 private:
     void buildControls();
     void useLineProtocols();
+    void useScaleList();
+    std::string configFile() const;
+    void leeDirecciones(const std::string& fichero);
+    void leePuerto(const std::string& fichero);
+    std::string direccionMostrada(int fila) const;
     void wireHandlers();
     void runDriver(const std::string& commandLine);
     void startUp(const std::string& commandLine);
@@ -296,6 +316,8 @@ private:
     std::vector<std::string> dirEntries_;
     std::unique_ptr<frmCargaMV510> visor_;
     std::unique_ptr<frmCargaDisplayGrafico> display_;
+    std::unique_ptr<CommonModule> ownCommon_;
+    CommonModule* common_ = nullptr;
 };
 
 }  // namespace fc

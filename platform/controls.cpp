@@ -67,8 +67,16 @@ void Control::changed() {
 
 void TextBox::setText(const std::string& t) {
     if (t == text()) return;
+    selStart_ = 0;
+    selLength_ = 0;
     setCaption(t);
     if (onChange) onChange();
+}
+
+void TextBox::selectAll() {
+    selStart_ = 0;
+    selLength_ = static_cast<int>(text().size());
+    changed();
 }
 
 void OptionButton::setValue(bool v) {

@@ -98,8 +98,16 @@ class TextBox : public Control {
 public:
     TextBox(Screen& s, std::string name, Frame* in = nullptr) : Control(s, Kind::TextBox, std::move(name), in) {}
     const std::string& text() const { return caption(); }
-    // Setting the text raises Change, as typing does.
+    // Setting the text raises Change, as typing does, and leaves nothing selected.
     void setText(const std::string& t);
+    // The selected part of the text (SelStart, SelLength).
+    int selStart() const { return selStart_; }
+    int selLength() const { return selLength_; }
+    void selectAll();
+
+private:
+    int selStart_ = 0;
+    int selLength_ = 0;
 };
 
 class Frame : public Control {
