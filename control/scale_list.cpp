@@ -118,7 +118,9 @@ std::string Firmcast::direccionMostrada(int fila) const {
 
 // Errors are passed over here: a row past the end of the list gets no address.
 void Firmcast::PrepararListaBalanzas(ListView& lista, int cuantos) {
+    lista.setFullRowSelect(true);
     lista.setColumns({"Scale", "IP Address"});
+    lista.setColumnWidths({700, 800});
     lista.clearRows();
     for (int i = 1; i <= cuantos; ++i) {
         bool hay = i - 1 < static_cast<int>(lista_balanzas.size());

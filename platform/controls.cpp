@@ -187,6 +187,17 @@ void ComboBox::setText(const std::string& t) {
 
 void ListView::setColumns(const std::vector<std::string>& headers) {
     columns_ = headers;
+    widths_.clear();
+    changed();
+}
+
+void ListView::setColumnWidths(const std::vector<int>& twips) {
+    widths_ = twips;
+    changed();
+}
+
+void ListView::setFullRowSelect(bool on) {
+    fullRowSelect_ = on;
     changed();
 }
 

@@ -211,6 +211,12 @@ public:
         : Control(s, Kind::ListView, std::move(name), in) {}
     void setColumns(const std::vector<std::string>& headers);
     const std::vector<std::string>& columns() const { return columns_; }
+    // Column widths in twips, one for each header; empty: the view chooses.
+    void setColumnWidths(const std::vector<int>& twips);
+    const std::vector<int>& columnWidths() const { return widths_; }
+    // A click selects the whole row, not only its first cell.
+    bool fullRowSelect() const { return fullRowSelect_; }
+    void setFullRowSelect(bool on);
     void clearRows();
     void addRow(const std::vector<std::string>& texts);
     void setCell(int row, int column, const std::string& text);
@@ -220,6 +226,8 @@ public:
 
 private:
     std::vector<std::string> columns_;
+    std::vector<int> widths_;
+    bool fullRowSelect_ = false;
     std::vector<std::vector<std::string>> rows_;
     int selected_ = -1;
 };
