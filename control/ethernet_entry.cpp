@@ -12,7 +12,8 @@ Firmcast::Next Firmcast::ethernetPath() {
     frBalanzasEth.setVisible(true);
     frBalanzasEth.setEnabled(true);
     Text1.setText("");
-    lista_balanzas.resize(1);
+    // The list is read afresh from the file: nothing entered before is kept.
+    lista_balanzas.assign(1, "");
     if (hooks_.CargaInfoIni) hooks_.CargaInfoIni(*this);
     cmdSave.setEnabled(true);
     Next back = waitInScaleStep();

@@ -35,6 +35,17 @@ struct ScaleRig : ScenarioRig {
     // Runs to step 3, does `act` there and stops; returns the exit status,
     // -1 when the scenario stopped.
     int onScaleStep(std::function<void()> act) {
+        toScaleStep();
+        script.when([this] { return f->cmdSave.reachable() && f->paso_asistente == 3; }, "step 3",
+                    [act] {
+                        act();
+                        throw ScenarioDone{};
+                    });
+        return run("");
+    }
+
+    // Script: the model, the way and the file step, up to step 3.
+    void toScaleStep() {
         script.when([this] { return f->Seleccion.reachable() && f->paso_asistente == 0; },
                     "Serie_W", [this] { pickModel(*this, 0); });
         script.when([this] { return f->frPuerto.reachable(); }, "Ethernet, Next",
@@ -44,12 +55,6 @@ struct ScaleRig : ScenarioRig {
                     });
         script.when([this] { return f->File1.reachable() && f->paso_asistente == 2; }, "Next",
                     [this] { click("cmdAdelante"); });
-        script.when([this] { return f->cmdSave.reachable() && f->paso_asistente == 3; }, "step 3",
-                    [act] {
-                        act();
-                        throw ScenarioDone{};
-                    });
-        return run("");
     }
 
     // The operator's keys.
@@ -115,6 +120,24 @@ TEST(ScaleList, TheFileGivesTheCountTheAddressesTheComboTheListAndThePort) {
     EXPECT_EQ(f.lstBalanzas.selectedRow(), 0);
     EXPECT_EQ(f.puerto_tx, 3050);
     EXPECT_TRUE(f.cmdSave.enabled());
+}
+
+TEST(ScaleList, OpeningStep3AgainForgetsWhatWasEnteredAndReadsTheFileAfresh) {
+    ScaleRig rig;
+    Firmcast* f = rig.f;
+    rig.toScaleStep();
+    rig.script.when([f] { return f->cmdSave.reachable() && f->paso_asistente == 3; }, "enter, back",
+                    [&rig] {
+                        rig.count("1");
+                        rig.address(0, "10.0.0.1");
+                        rig.click("cmdAtras");
+                    });
+    rig.script.when([f] { return f->File1.reachable() && f->paso_asistente == 2; }, "Next",
+                    [&rig] { rig.click("cmdAdelante"); });
+    rig.stopWhen([f] { return f->cmdSave.reachable() && f->paso_asistente == 3; }, "step 3 again");
+    EXPECT_EQ(rig.run(""), -1);
+    EXPECT_EQ(f->lista_balanzas, std::vector<std::string>{""});
+    EXPECT_EQ(f->Text1.text(), "");
 }
 
 TEST(ScaleList, APortThatIsNotANumberKeeps3000WithoutAMessage) {
