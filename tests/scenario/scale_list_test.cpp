@@ -416,6 +416,15 @@ TEST(ScaleList, SaveConfigWritesTheCountTheAddressesAndThePortInThatOrder) {
         "[Puertos]\r\nTx=3000\r\n");
 }
 
+// The file is written from the list view: on a first run, before a count
+// was entered, the view has no row for the one entry of the list.
+TEST(ScaleList, SaveConfigBeforeAnyCountMeetsTheListViewsIndexError) {
+    ScaleRig rig;
+    EXPECT_EQ(rig.onScaleStep([&rig] { rig.click("cmdSave"); }), 3);
+    ASSERT_EQ(rig.dialogs.boxes().size(), 1u);
+    EXPECT_EQ(rig.dialogs.boxes()[0].text, "Run-time error '35600':\n\nIndex out of bounds");
+}
+
 TEST(ScaleList, NothingIsSavedWithoutSaveConfig) {
     ScaleRig rig;
     EXPECT_EQ(rig.onScaleStep([&rig] {
