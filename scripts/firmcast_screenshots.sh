@@ -2,8 +2,9 @@
 # Takes the screenshots of the main screen for the documentation, under Xvfb
 # (scripts/screenshot.sh): the model step of each kind of device, the way
 # step on RS-232 and on Ethernet, the file step with a folder of firmware
-# files, and a load in progress. The program firmcast_screens walks the real
-# screen to each of them. Writes docs/screenshots/firmcast-<scene>.png.
+# files, the scale list of the Ethernet way with three scales, and a load in
+# progress. The program firmcast_screens walks the real screen to each of
+# them. Writes docs/screenshots/firmcast-<scene>.png.
 #
 # Usage: scripts/firmcast_screenshots.sh [SCENE...]   (default: all)
 #   BUILD_DIR  the build folder (default: build)
@@ -21,10 +22,10 @@ program=$build/bin/firmcast_screens
 # time to be well on its way.
 declare -A settle=(
     [model-scales]=2 [model-labellers]=2 [model-visors]=2
-    [way-rs232]=2 [way-ethernet]=2 [file]=2 [load]=7
+    [way-rs232]=2 [way-ethernet]=2 [file]=2 [scales]=3 [load]=7
 )
 scenes=("$@")
-[[ ${#scenes[@]} -gt 0 ]] || scenes=(model-scales model-labellers model-visors way-rs232 way-ethernet file load)
+[[ ${#scenes[@]} -gt 0 ]] || scenes=(model-scales model-labellers model-visors way-rs232 way-ethernet file scales load)
 
 for scene in "${scenes[@]}"; do
     [[ -n ${settle[$scene]:-} ]] || { echo "firmcast_screenshots: no scene $scene" >&2; exit 2; }

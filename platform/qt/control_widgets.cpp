@@ -60,6 +60,10 @@ void syncLineEdit(const Control& control, QLineEdit* edit) {
     // Setting an equal text would still move the cursor to the end.
     if (edit->text() != text)
         edit->setText(text);
+    // A selection the program made is shown; the operator's own stays as it is.
+    const auto& box = static_cast<const TextBox&>(control);
+    if (box.selLength() > 0 && edit->selectedText().size() != box.selLength())
+        edit->setSelection(box.selStart(), box.selLength());
 }
 
 void syncProgress(const ProgressBar& bar, QProgressBar* widget) {

@@ -100,6 +100,12 @@ void syncListView(const ListView& view, QTreeWidget* widget) {
         widget->setColumnCount(static_cast<int>(headers.size()));
         widget->setHeaderLabels(headers);
     }
+    // Twips to pixels at the classic 15 twips a pixel.
+    const std::vector<int>& widths = view.columnWidths();
+    for (int c = 0; c < static_cast<int>(widths.size()) && c < widget->columnCount(); ++c) {
+        if (widget->columnWidth(c) != widths[c] / 15)
+            widget->setColumnWidth(c, widths[c] / 15);
+    }
     syncRows(view, widget);
     QTreeWidgetItem* selected = widget->topLevelItem(view.selectedRow());
     if (widget->currentItem() != selected)

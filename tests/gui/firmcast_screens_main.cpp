@@ -3,7 +3,7 @@
 // screenshots of the documentation (scripts/firmcast_screenshots.sh).
 //
 //   firmcast_screens model-scales | model-labellers | model-visors |
-//                    way-rs232 | way-ethernet | file | load
+//                    way-rs232 | way-ethernet | file | scales | load
 //
 // It runs at level 1 on demonstration drives it makes itself (C: and T:,
 // with the Serie_N firmware folder of that level) under the temporary
@@ -20,6 +20,7 @@
 
 #include "app/firmcast_layout.h"
 #include "control/firmcast_form.h"
+#include "control/scale_list_entry.h"
 #include "platform/file_table.h"
 #include "platform/linux/process_launcher.h"
 #include "platform/linux/pty_device_host.h"
@@ -71,6 +72,9 @@ void makeDrives(const fs::path& root) {
     fs::create_directories(serieN / "Anteriores");
     fs::create_directories(serieN / "Pruebas");
     fs::create_directories(root / "C" / "Firmware");
+    // A program folder without config.ini: the scale list starts empty.
+    fs::create_directories(root / "Home");
+    setenv("FIRMCAST_HOME", (root / "Home").c_str(), 1);
     setenv("FIRMCAST_DRIVE_C", (root / "C").c_str(), 1);
     setenv("FIRMCAST_DRIVE_T", (root / "T").c_str(), 1);
 }
@@ -123,6 +127,20 @@ const std::map<std::string, Scene> kScenes = {
                      [&f] { fc::operatorClick(f, "optEthernet"); });
      }},
     {"file", fileStep},
+    {"scales",
+     [](fc::Firmcast& f, fc::OperatorScript& script) {
+         pick(f, script, "optBalanzas", "Picture4");
+         script.when([&f] { return on(f, f.frPuerto); }, "Ethernet",
+                     [&f] { fc::operatorClick(f, "optEthernet"); });
+         script.after(300, "Next", [&f] { fc::operatorClick(f, "cmdAdelante"); });
+         script.when([&f] { return on(f, f.File1); }, "Next on the file step",
+                     [&f] { fc::operatorClick(f, "cmdAdelante"); });
+         script.when([&f] { return on(f, f.cmdSave); }, "three scales",
+                     [&f] {
+                         fc::introduceListaBalanzas(
+                             f, {"192.168.1.10", "192.168.1.11", "192.168.1.12"}, false);
+                     });
+     }},
     {"load",
      [](fc::Firmcast& f, fc::OperatorScript& script) {
          fileStep(f, script);
