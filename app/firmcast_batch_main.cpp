@@ -1,13 +1,16 @@
 // firmcast-batch: the loader without a window, for production lines and CI.
-// For now it does the dry runs: "--inspect FILE" reads a firmware file as
-// an Ethernet load would and prints what it would send; "--inspect-synthetic"
-// prints the synthetic message list. See --help.
+// It loads devices through the same screens and driver as the window, with
+// an operator script made from its options, and does the dry runs: "--inspect
+// FILE" reads a firmware file as an Ethernet load would and prints what it
+// would send; "--inspect-synthetic" prints the synthetic message list. See
+// --help.
 #include <iostream>
 #include <string>
 #include <vector>
 
 #include "app/batch_exit.h"
 #include "app/batch_inspect.h"
+#include "app/batch_load.h"
 #include "app/batch_options.h"
 #include "platform/runtime_error.h"
 
@@ -23,6 +26,8 @@ int run(const fc::batch::Options& options) {
             return fc::batch::inspectFile(options.file, std::cout);
         case Mode::InspectSynthetic:
             return fc::batch::inspectSynthetic(std::cout);
+        case Mode::Load:
+            return fc::batch::runLoad(options, std::cout, std::cerr);
     }
     return fc::batch::kExitBadUsage;
 }

@@ -1,0 +1,150 @@
+// firmcast-batch loading each of the six RS-232 families from end to end over
+// a real pseudo-terminal, the device being firmcast-sim in its own process;
+// and the bad files, which end as the driver says with the right exit status.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "support/firmware_files.h"
+#include "support/scenario_rig.h"
+
+namespace fc::test {
+namespace {
+
+const std::string kBin = FIRMCAST_BIN_DIR;
+
+// A simulated device in a process of its own, on a pty.
+class SimProcess {
+public:
+    explicit SimProcess(const std::vector<std::string>& arguments) {
+        int out[2];
+        if (pipe(out) != 0) return;
+        pid_ = fork();
+        if (pid_ == 0) {
+            dup2(out[1], STDOUT_FILENO);
+            close(out[0]);
+            close(out[1]);
+            std::vector<std::string> words{kBin + "/firmcast-sim"};
+            words.insert(words.end(), arguments.begin(), arguments.end());
+            std::vector<char*> argv;
+            for (auto& w : words) argv.push_back(w.data());
+            argv.push_back(nullptr);
+            execv(argv[0], argv.data());
+            _exit(127);
+        }
+        close(out[1]);
+        // The simulator prints its tty on its first line.
+        char c;
+        while (read(out[0], &c, 1) == 1 && c != '\n') tty_ += c;
+        close(out[0]);
+    }
+    ~SimProcess() {
+        if (pid_ <= 0) return;
+        kill(pid_, SIGTERM);
+        waitpid(pid_, nullptr, 0);
+    }
+    const std::string& tty() const { return tty_; }
+
+private:
+    pid_t pid_ = -1;
+    std::string tty_;
+};
+
+std::vector<std::string> simArguments(const std::string& device, const std::string& eraseMs) {
+    return {"--device", device, "--erase-ms", eraseMs};
+}
+
+struct BatchRun {
+    int status = -1;
+    std::string output;
+};
+
+BatchRun runBatch(const std::string& tty, const std::string& arguments) {
+    std::string command = "FIRMCAST_COM1=" + tty + " " + kBin + "/firmcast-batch " + arguments + " 2>&1";
+    BatchRun run;
+    FILE* pipe = popen(command.c_str(), "r");
+    char buffer[512];
+    while (pipe && fgets(buffer, sizeof buffer, pipe)) run.output += buffer;
+    int raw = pipe ? pclose(pipe) : -1;
+    run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+    return run;
+}
+
+struct Family {
+    int model;
+    const char* device;
+};
+
+class BatchLoad : public ::testing::TestWithParam<Family> {};
+
+TEST_P(BatchLoad, LoadsFromEndToEndOverARealPty) {
+    const Family family = GetParam();
+    bool banked = std::string(family.device) == "banked";
+    TempFolder folder;
+    std::string file = folder.write("fw.txt", banked ? sRecordFile(consecutive(0x7F00, 40)) : intelHexFile(40));
+    SimProcess sim(simArguments(family.device, "100"));
+    ASSERT_FALSE(sim.tty().empty()) << "firmcast-sim gave no tty";
+    BatchRun run = runBatch(sim.tty(), "--model " + std::to_string(family.model) + " --com 1 --file " + file);
+    EXPECT_EQ(run.status, 0) << run.output;
+    EXPECT_EQ(run.output, "msgbox: The scale is ready\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(SixFamilies, BatchLoad,
+                         ::testing::Values(Family{0, "numbered"}, Family{1, "numbered"}, Family{6, "numbered"},
+                                           Family{2, "banked"}, Family{4, "banked"}, Family{5, "banked"}),
+                         [](const auto& info) { return "model" + std::to_string(info.param.model); });
+
+TEST(BatchLoadPasses, ProductionWayLoadsTheSameFileTwice) {
+    TempFolder folder;
+    std::string file = folder.write("fw.hex", intelHexFile(10));
+    SimProcess sim(simArguments("numbered", "50"));
+    BatchRun run = runBatch(sim.tty(), "--model 1 --com 1 --passes 2 --file " + file);
+    EXPECT_EQ(run.status, 0) << run.output;
+    EXPECT_EQ(run.output, "msgbox: The scale is ready\nmsgbox: The scale is ready\n");
+}
+
+struct BadFile {
+    const char* name;
+    std::string content;
+    int model;
+    int status;
+    const char* output;
+};
+
+class BatchBadFile : public ::testing::TestWithParam<BadFile> {};
+
+TEST_P(BatchBadFile, EndsAsTheDriverSays) {
+    const BadFile bad = GetParam();
+    TempFolder folder;
+    std::string file = folder.write("bad.txt", bad.content);
+    SimProcess sim(simArguments(bad.model == 2 ? "banked" : "numbered", "50"));
+    BatchRun run = runBatch(sim.tty(), "--model " + std::to_string(bad.model) + " --com 1 --file " + file);
+    EXPECT_EQ(run.status, bad.status) << run.output;
+    EXPECT_EQ(run.output, bad.output);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, BatchBadFile,
+    ::testing::Values(BadFile{"Empty", "", 1, 3, "msgbox: 62Input past end of file\n"},
+                      BadFile{"OneLine", ":020000020000FC\r\n", 1, 1, "msgbox: The file is empty\n"},
+                      BadFile{"WrongFirstRecord", "S00600004844521B\r\n:00000001FF\r\n", 1, 1,
+                              "msgbox: This is not a Flash program file for this Board\n"},
+                      // Two lines: no line of the loop was sent yet, and the result
+                      // of the last send is False at start, so both boxes show.
+                      BadFile{"NoEndRecordInTwoLines",
+                              ":020000020000FC\r\n" + hexRecord(0, 0, std::vector<int>(16, 5)) + "\r\n", 1, 1,
+                              "msgbox: The end of file is not valid\nmsgbox: Error Sending Error\n"},
+                      BadFile{"NoEndRecord", intelHexFile(3).substr(0, intelHexFile(3).rfind(":00000001FF")), 1, 1,
+                              "msgbox: The end of file is not valid\n"},
+                      BadFile{"BankDigitALetter", sRecordFile({0x000000, 0x0A0000}), 2, 3,
+                              "msgbox: 13Type mismatch\n"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace
+}  // namespace fc::test
