@@ -178,7 +178,9 @@ LoopOutcome bankedLoop(LinePanel& panel) {
         panel.Texto.setCaption("Line message: " + panel.linea_fichero);
         panel.Barra.setValue(panel.Barra.value() + static_cast<Long>(panel.linea_fichero.size()));
         if (!EnviaLineaBanco(panel)) return LoopOutcome::EndOfPass;
-        s.pump.doEvents();
+        // Once between lines, without waiting: the window stays alive and
+        // the next line goes out at once.
+        s.pump.doPendingEvents();
     }
 }
 

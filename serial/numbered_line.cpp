@@ -152,7 +152,9 @@ LoopOutcome numberedLoop(LinePanel& panel) {
             s.dialogs.msgBox("Error Sending Error", mb::kCritical, kAppTitle);
             return LoopOutcome::Abandon;
         }
-        s.pump.doEvents();
+        // Once between lines, without waiting: the window stays alive and
+        // the next line goes out at once.
+        s.pump.doPendingEvents();
     }
 }
 

@@ -12,6 +12,11 @@ class QtPump : public RealPump {
     // program while Qt was dispatching deferred it (Pump::defer); it is thrown
     // here, once Qt's processing has returned, in the wait that is running.
     void doEvents() override;
+    // The same without waiting: the window repaints during long work.
+    void doPendingEvents() override;
+
+  private:
+    void processQtEvents();
 };
 
 }  // namespace fc
