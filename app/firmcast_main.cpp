@@ -3,6 +3,7 @@
 #include <QApplication>
 
 #include "app/firmcast_layout.h"
+#include "app/mac_station.h"
 #include "control/firmcast_form.h"
 #include "platform/file_table.h"
 #include "platform/linux/process_launcher.h"
@@ -23,7 +24,10 @@ int main(int argc, char** argv) {
     fc::TermiosPortOpener serialPorts;
     fc::FileTable files;
     fc::LinuxProcessLauncher launcher;
-    fc::Firmcast form(fc::Services{pump, dialogs, serialPorts, files, fc::programFolder()});
+    fc::Services services{pump, dialogs, serialPorts, files, fc::programFolder()};
+    fc::Firmcast form(services);
+    fc::MacStation macStation(services);
+    macStation.wire(form);
     form.hooks().startProgram = [&launcher](const std::string& commandLine) {
         return launcher.start(commandLine);
     };

@@ -12,6 +12,7 @@ packages=(
     clang libclang-rt-14-dev
     zlib1g-dev srecord
     libsqlite3-dev
+    unixodbc-dev odbcinst libsqliteodbc odbc-postgresql postgresql
 )
 
 missing=()

@@ -1,0 +1,141 @@
+// firmcast-macdb: the MAC database for the people who run the line.
+//
+//   firmcast-macdb [--dsn NAME] init        creates the two tables and the counter's row
+//   firmcast-macdb [--dsn NAME] next [N]    gives N addresses (1 by default) exactly as
+//                                           the loader does, one a line, twelve hex digits
+//   firmcast-macdb [--dsn NAME] show [N]    the counter and the register's last N rows
+//
+// The data source is "MacConnection" unless --dsn names another (or gives a
+// whole connection string). ODBCINI defaults to odbc.ini in the program's
+// folder. Exit status: 0 done, 1 the counter is exhausted, 2 bad usage,
+// 3 the database failed.
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "app/console_dialogs.h"
+#include "common/common_module.h"
+#include "mac/dame_mac_address.h"
+#include "mac/mac_module.h"
+#include "mac/mac_register.h"
+#include "mac/mac_tables.h"
+#include "platform/file_table.h"
+#include "platform/linux/linux_file_system.h"
+#include "platform/linux/posix_kernel_objects.h"
+#include "platform/linux/sqlite_database.h"
+#include "platform/linux/system_calendar.h"
+#include "platform/linux/termios_port.h"
+#include "platform/linux/unix_odbc.h"
+#include "platform/odbc_ini.h"
+#include "platform/program_folder.h"
+#include "platform/real_pump.h"
+#include "platform/runtime_error.h"
+
+namespace {
+
+constexpr int kExitOk = 0;
+constexpr int kExitExhausted = 1;
+constexpr int kExitBadUsage = 2;
+
+struct Options {
+    std::string dsn = fc::kOrigenMac;
+    std::string command;
+    int count = 0;
+};
+
+int usage() {
+    std::cerr << "usage: firmcast-macdb [--dsn NAME] init | next [COUNT] | show [ROWS]\n";
+    return kExitBadUsage;
+}
+
+bool parse(int argc, char** argv, Options& options) {
+    std::vector<std::string> words(argv + 1, argv + argc);
+    size_t i = 0;
+    if (i + 1 < words.size() && words[i] == "--dsn") {
+        options.dsn = words[i + 1];
+        i += 2;
+    }
+    if (i >= words.size())
+        return false;
+    options.command = words[i++];
+    options.count = options.command == "show" ? 10 : 1;
+    if (i < words.size()) {
+        try {
+            options.count = std::stoi(words[i++]);
+        } catch (const std::exception&) {
+            return false;
+        }
+    }
+    return i == words.size() && options.count > 0;
+}
+
+// The world of the common procedures, on the real clock and terminal.
+struct World {
+    fc::RealPump pump;
+    fc::ConsoleDialogs dialogs{std::cerr};
+    fc::TermiosPortOpener serialPorts;
+    fc::FileTable files;
+    fc::LinuxFileSystem fileSystem;
+    fc::PosixKernelObjects kernel;
+    fc::SystemCalendar calendar;
+    fc::SqliteDatabaseEngine databases;
+    fc::Services services{pump, dialogs, serialPorts, files, fc::programFolder()};
+    fc::CommonModule c{services, fileSystem, kernel, calendar, databases};
+    fc::UnixOdbcEnvironment odbc;
+};
+
+int init(World& w, const Options& o) {
+    auto bd = w.odbc.openConnection(o.dsn);
+    fc::CreaTablasMac(*bd);
+    std::cout << "Tables ready in " << bd->engineName() << "\n";
+    return kExitOk;
+}
+
+int next(World& w, const Options& o) {
+    fc::MacModule m{w.c, w.odbc, o.dsn, nullptr, nullptr};
+    for (int i = 0; i < o.count; ++i) {
+        std::string mac = fc::DameMACAddress(m);
+        if (mac.empty())
+            return kExitExhausted;
+        std::cout << mac << std::endl;
+    }
+    return kExitOk;
+}
+
+int show(World& w, const Options& o) {
+    auto bd = w.odbc.openConnection(o.dsn);
+    auto contador = fc::LeeContador(*bd);
+    std::cout << "Contador: " << (contador ? std::to_string(*contador) : "(no row)") << "\n";
+    for (const fc::FilaDetalleMac& fila : fc::UltimasDirecciones(*bd, o.count))
+        std::cout << fila.Direccio_MAC << "  " << fila.fecha_actual << "  [" << fila.Numero_serie
+                  << "]  [" << fila.Departamento << "]  " << fila.Notas << "\n";
+    return kExitOk;
+}
+
+int run(const Options& o) {
+    fc::defaultOdbcIni(fc::programFolder());
+    World w;
+    if (o.command == "init")
+        return init(w, o);
+    if (o.command == "next")
+        return next(w, o);
+    return show(w, o);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Options options;
+    if (!parse(argc, argv, options))
+        return usage();
+    if (options.command != "init" && options.command != "next" && options.command != "show")
+        return usage();
+    try {
+        return run(options);
+    } catch (const fc::ProgramEnd& end) {
+        return end.exitStatus;
+    } catch (const fc::RuntimeError& error) {
+        std::cerr << "firmcast-macdb: " << error.number() << " - " << error.description() << "\n";
+        return fc::kFinPorBaseMac;
+    }
+}
