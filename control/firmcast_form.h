@@ -304,6 +304,7 @@ private:
     void waitForRangeChoice();
     void showDrives();
     void selectRememberedModel();
+    void restoreRememberedWay();
     void showChosenPicture(const PictureBox& picture);
     void startDisplay();
     void highlightOnly(int code);

@@ -107,12 +107,8 @@ Firmcast::Next Firmcast::wayStep() {
     frInfoComunicacion.setVisible(false);
     bool withEthernet = es_serie_w || es_tr8200;
     optEthernet.setEnabled(withEthernet);
-    if (transporte_elegido == 0) {
-        optEthernet.setValue(true);
-    } else if (transporte_elegido == 1) {
-        optrs232.setValue(true);
-        OptionButton* ports[] = {&Option1, &Option2, &Option3, &Option4};
-        if (puerto_elegido >= 1 && puerto_elegido <= 4) ports[puerto_elegido - 1]->setValue(true);
+    if (transporte_elegido == 0 || transporte_elegido == 1) {
+        restoreRememberedWay();
     } else if (withEthernet) {
         optEthernet.setEnabled(true);
         if (tipo_conexion == 0) {

@@ -61,6 +61,13 @@ void Firmcast::selectRememberedModel() {
         }
         showChosenPicture(pictureOf(modelo_elegido));
     }
+    restoreRememberedWay();
+    paso_asistente = 1;
+}
+
+// Puts the way last used back on screen: Ethernet, or RS-232 and its port.
+// Nothing is set while no way was chosen yet.
+void Firmcast::restoreRememberedWay() {
     if (transporte_elegido == 0) {
         optEthernet.setValue(true);
     } else if (transporte_elegido == 1) {
@@ -68,7 +75,6 @@ void Firmcast::selectRememberedModel() {
         OptionButton* ports[] = {&Option1, &Option2, &Option3, &Option4};
         if (puerto_elegido >= 1 && puerto_elegido <= 4) ports[puerto_elegido - 1]->setValue(true);
     }
-    paso_asistente = 1;
 }
 
 void Firmcast::showChosenPicture(const PictureBox& picture) {
