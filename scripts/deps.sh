@@ -8,7 +8,7 @@ packages=(
     build-essential cmake ninja-build pkg-config
     googletest libgtest-dev libgmock-dev
     qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev
-    xvfb xauth x11-utils imagemagick
+    xvfb xauth x11-utils xdotool imagemagick
     clang libclang-rt-14-dev
     zlib1g-dev srecord
     libsqlite3-dev
