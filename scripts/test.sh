@@ -24,6 +24,6 @@ ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:ha
 
 if [ -x "$top/scripts/fuzz.sh" ]; then
     echo "== fuzzers"
-    "$top/scripts/fuzz.sh"
+    FUZZ_SECONDS=${FUZZ_SECONDS:-20} "$top/scripts/fuzz.sh"
 fi
 echo "== all tests passed"
