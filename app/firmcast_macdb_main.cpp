@@ -92,6 +92,10 @@ int init(World& w, const Options& o) {
 }
 
 int next(World& w, const Options& o) {
+    // The loader retries a failing database for as long as it takes; a
+    // person at a terminal wants to hear at once that the data source is
+    // not there at all.
+    w.odbc.openConnection(o.dsn)->close();
     fc::MacModule m{w.c, w.odbc, o.dsn, nullptr, nullptr};
     for (int i = 0; i < o.count; ++i) {
         std::string mac = fc::DameMACAddress(m);

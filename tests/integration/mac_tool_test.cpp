@@ -83,5 +83,14 @@ TEST(MacToolOdbcIni, WithoutOdbciniTheProgramFoldersOdbcIniIsUsed) {
     EXPECT_THAT(linesOf(home / "out"), ElementsAre("02C0DE000001"));
 }
 
+TEST(MacToolOdbcIni, NextOnADataSourceThatIsNotThereSaysSoAndExits3) {
+    commontest::ScratchFolder home;
+    std::ofstream(home / "odbc.ini") << "";
+    pid_t pid = startMacTool({"--dsn", "NoSuchSource", "next"},
+                             {{"ODBCINI", (home / "odbc.ini").string()}}, home / "out");
+    EXPECT_EQ(waitMacTool(pid), 3);
+    EXPECT_THAT(linesOf(home / "out"), IsEmpty());
+}
+
 }  // namespace
 }  // namespace fc::test
