@@ -18,7 +18,10 @@ class Statement {
         for (size_t i = 0; i < params_.size(); ++i) bind(i);
         check(SQLExecute(stmt_), "SQLExecute");
     }
-    ~Statement() { SQLFreeHandle(SQL_HANDLE_STMT, stmt_); }
+    ~Statement() {
+        SQLFreeStmt(stmt_, SQL_CLOSE);
+        SQLFreeHandle(SQL_HANDLE_STMT, stmt_);
+    }
     Statement(const Statement&) = delete;
     Statement& operator=(const Statement&) = delete;
 

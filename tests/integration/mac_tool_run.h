@@ -35,6 +35,12 @@ inline pid_t startMacTool(const std::vector<std::string>& args, const Environmen
     if (pid == 0) {
         int fd = open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
         dup2(fd, STDOUT_FILENO);
+        // The SQLite ODBC driver leaks a little at each connection through a
+        // data source name, from a library it has unloaded by the end, where
+        // no suppression can name it. The tool's own code is checked for
+        // leaks in the test process, which runs the same allocation.
+        std::string sanitizer = getenv("ASAN_OPTIONS") ? getenv("ASAN_OPTIONS") : "";
+        setenv("ASAN_OPTIONS", (sanitizer + ":detect_leaks=0").c_str(), 1);
         for (const auto& [name, value] : env) {
             if (value.empty()) {
                 unsetenv(name.c_str());
