@@ -9,6 +9,7 @@
 #include "app/batch_progress.h"
 #include "app/batch_world.h"
 #include "control/catalogue.h"
+#include "control/scale_list_entry.h"
 #include "platform/operator_script.h"
 
 namespace fc::batch {
@@ -77,6 +78,7 @@ private:
     }
 
     void stopBeforeEthernetLoad() {
+        if (!options_.scales.empty() || options_.save) introduceListaBalanzas(form_, options_.scales, options_.save);
         out_ << "firmcast-batch: the Ethernet load is not available in this build; stopped at the scale list"
              << std::endl;
         failed_ = options_.passes;

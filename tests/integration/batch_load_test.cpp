@@ -8,6 +8,8 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -145,6 +147,30 @@ INSTANTIATE_TEST_SUITE_P(
                       BadFile{"BankDigitALetter", sRecordFile({0x000000, 0x0A0000}), 2, 3,
                               "msgbox: 13Type mismatch\n"}),
     [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace
+}  // namespace fc::test
+
+namespace fc::test {
+namespace {
+
+TEST(BatchEthernet, EntersTheScaleListSavesItAndStopsBeforeTheLoad) {
+    TempFolder folder, home;
+    std::string file = folder.write("fw.hex", intelHexFile(3));
+    std::string command = "FIRMCAST_HOME=" + home.path().string() + " " + kBin + "/firmcast-batch --model 0 --ethernet" +
+                          " --scales 192.0.2.1,192.0.2.2 --save --file " + file + " 2>&1";
+    BatchRun run;
+    FILE* pipe = popen(command.c_str(), "r");
+    char buffer[512];
+    while (pipe && fgets(buffer, sizeof buffer, pipe)) run.output += buffer;
+    int raw = pipe ? pclose(pipe) : -1;
+    EXPECT_EQ(WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, 1);
+    EXPECT_EQ(run.output,
+              "firmcast-batch: the Ethernet load is not available in this build; stopped at the scale list\n");
+    std::ifstream ini(home.path() / "config.ini");
+    std::string text((std::istreambuf_iterator<char>(ini)), std::istreambuf_iterator<char>());
+    EXPECT_EQ(text, "[Balanzas]\r\nNumero=2\r\n[Direcciones]\r\ndir1=192.0.2.1\r\ndir2=192.0.2.2\r\n[Puertos]\r\nTx=3000\r\n");
+}
 
 }  // namespace
 }  // namespace fc::test
