@@ -25,35 +25,40 @@ struct LoadEnded {};
 
 const char* groupButton(int model) {
     switch (catalogueEntry(model).group) {
-        case ModelGroup::Scales: return "optBalanzas";
-        case ModelGroup::Labellers: return "optEtiquetadoras";
-        case ModelGroup::Visors: return "optVisores";
+        case ModelGroup::Scales:
+            return "optBalanzas";
+        case ModelGroup::Labellers:
+            return "optEtiquetadoras";
+        case ModelGroup::Visors:
+            return "optVisores";
     }
     return "optBalanzas";
 }
 
 class LoadScript {
-public:
+  public:
     LoadScript(const Options& options, BatchWorld& world, Firmcast& form, std::ostream& out)
         : options_(options), world_(world), form_(form), out_(out), script_(world.pump) {}
 
     // Lays out the whole operator's part, pass after pass.
     void plan() {
         Firmcast* f = &form_;
-        script_.when([f] { return f->Seleccion.reachable(); }, "choose the model", [this] { chooseModel(); });
-        script_.when([f] { return f->frPuerto.reachable(); }, "choose the way", [this] { chooseWay(); });
-        script_.when([f] { return f->paso_asistente == 2 && f->File1.reachable(); }, "choose the file",
-                     [this] { chooseFile(); });
+        script_.when([f] { return f->Seleccion.reachable(); }, "choose the model",
+                     [this] { chooseModel(); });
+        script_.when([f] { return f->frPuerto.reachable(); }, "choose the way",
+                     [this] { chooseWay(); });
+        script_.when([f] { return f->paso_asistente == 2 && f->File1.reachable(); },
+                     "choose the file", [this] { chooseFile(); });
         if (options_.ethernet) {
-            script_.when([f] { return f->paso_asistente == 3 && f->frBalanzasEth.visible(); }, "the scale list",
-                         [this] { stopBeforeEthernetLoad(); });
+            script_.when([f] { return f->paso_asistente == 3 && f->frBalanzasEth.visible(); },
+                         "the scale list", [this] { stopBeforeEthernetLoad(); });
         }
         planPassEnd(1);
     }
 
     int passesFailed() const { return failed_; }
 
-private:
+  private:
     void chooseModel() {
         operatorClick(form_, groupButton(options_.model));
         operatorClick(form_, form_.pictureOf(options_.model).name());
@@ -70,7 +75,8 @@ private:
     }
 
     void chooseFile() {
-        if (!options_.speed.empty()) operatorSelectText(form_, "cmbvelocidades", options_.speed);
+        if (!options_.speed.empty())
+            operatorSelectText(form_, "cmbvelocidades", options_.speed);
         form_.Drive1.setDrive(kFileDrive);
         std::string name = std::filesystem::path(options_.file).filename().string();
         operatorSelectText(form_, "File1", name);
@@ -78,8 +84,10 @@ private:
     }
 
     void stopBeforeEthernetLoad() {
-        if (!options_.scales.empty() || options_.save) introduceListaBalanzas(form_, options_.scales, options_.save);
-        out_ << "firmcast-batch: the Ethernet load is not available in this build; stopped at the scale list"
+        if (!options_.scales.empty() || options_.save)
+            introduceListaBalanzas(form_, options_.scales, options_.save);
+        out_ << "firmcast-batch: the Ethernet load is not available in this build; stopped at the "
+                "scale list"
              << std::endl;
         failed_ = options_.passes;
         throw LoadEnded{};
@@ -88,22 +96,26 @@ private:
     // At the end of pass `pass`: judge it, then go on to the next or stop.
     void planPassEnd(int pass) {
         Firmcast* f = &form_;
-        script_.when([f] { return f->cmdAgain.reachable(); }, "pass " + std::to_string(pass) + " ended",
-                     [this, pass] { passEnded(pass); });
+        script_.when([f] { return f->cmdAgain.reachable(); },
+                     "pass " + std::to_string(pass) + " ended", [this, pass] { passEnded(pass); });
     }
 
     void passEnded(int pass) {
         bool ready = false;
         const auto& boxes = world_.dialogs.boxes();
-        for (std::size_t i = boxesSeen_; i < boxes.size(); ++i) ready = ready || boxes[i].text == "The scale is ready";
+        for (std::size_t i = boxesSeen_; i < boxes.size(); ++i)
+            ready = ready || boxes[i].text == "The scale is ready";
         boxesSeen_ = boxes.size();
-        if (!ready) ++failed_;
-        if (pass >= options_.passes) throw LoadEnded{};
-        if (form_.optProduccion.value() != 1) operatorClick(form_, "optProduccion");
+        if (!ready)
+            ++failed_;
+        if (pass >= options_.passes)
+            throw LoadEnded{};
+        if (form_.optProduccion.value() != 1)
+            operatorClick(form_, "optProduccion");
         operatorClick(form_, "cmdAgain");
         Firmcast* f = &form_;
-        script_.when([f] { return f->paso_asistente == 3 && f->cmdAdelante.reachable(); }, "next device",
-                     [this] { operatorClick(form_, "cmdAdelante"); });
+        script_.when([f] { return f->paso_asistente == 3 && f->cmdAdelante.reachable(); },
+                     "next device", [this] { operatorClick(form_, "cmdAdelante"); });
         planPassEnd(pass + 1);
     }
 

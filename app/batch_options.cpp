@@ -23,7 +23,8 @@ int number(const std::string& option, const std::string& text, int low, int high
         used = 0;
     }
     if (used != text.size() || value < low || value > high)
-        throw UsageError{option + " takes a number from " + std::to_string(low) + " to " + std::to_string(high)};
+        throw UsageError{option + " takes a number from " + std::to_string(low) + " to " +
+                         std::to_string(high)};
     return value;
 }
 
@@ -40,7 +41,8 @@ void checkLoad(const Options& o) {
     if (o.model < 0)
         throw UsageError{"--model is needed"};
     if (o.model == 3 || o.model == 7)
-        throw UsageError{"model " + std::to_string(o.model) + " is loaded by its own tool or screen, not here"};
+        throw UsageError{"model " + std::to_string(o.model) +
+                         " is loaded by its own tool or screen, not here"};
     if (o.file.empty())
         throw UsageError{"--file is needed"};
     if (o.ethernet == (o.com != 0))
@@ -63,7 +65,8 @@ Options parseLoadOptions(const std::vector<std::string>& args) {
             continue;
         }
         if (i + 1 >= args.size())
-            throw UsageError{option == "--help" ? "--help stands alone" : "unknown option or missing value: " + option};
+            throw UsageError{option == "--help" ? "--help stands alone"
+                                                : "unknown option or missing value: " + option};
         const std::string& value = args[++i];
         if (option == "--level") {
             number(option, value, 0, 9);
@@ -96,7 +99,8 @@ Options parseOptions(const std::vector<std::string>& args) {
     if (args.empty())
         throw UsageError{"nothing to do"};
     const std::string& first = args[0];
-    if (first != "--help" && first != "-h" && first != "--inspect" && first != "--inspect-synthetic")
+    if (first != "--help" && first != "-h" && first != "--inspect" &&
+        first != "--inspect-synthetic")
         return parseLoadOptions(args);
     if (first == "--help" || first == "-h")
         return single(Mode::Help, args, 1);

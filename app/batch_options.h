@@ -21,7 +21,7 @@ struct Options {
     int model = -1;           // a code of the catalogue
     int com = 0;              // 1..4, or 0 with --ethernet
     bool ethernet = false;
-    std::string speed;        // an entry of the speed list, or empty
+    std::string speed;  // an entry of the speed list, or empty
     int passes = 1;
     std::vector<std::string> serials;  // typed into the scale-record form, one per form
     std::vector<std::string> scales;   // the Ethernet scale list

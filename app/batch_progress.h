@@ -11,11 +11,11 @@ class ProgressBar;
 namespace fc::batch {
 
 class ProgressReport {
-public:
+  public:
     ProgressReport(ProgressBar& bar, std::ostream& out, bool enabled);
     ~ProgressReport();
 
-private:
+  private:
     void draw(const ProgressBar& bar);
 
     std::ostream& out_;

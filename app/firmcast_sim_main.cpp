@@ -19,7 +19,9 @@
 namespace {
 
 volatile std::sig_atomic_t stopRequested = 0;
-void requestStop(int) { stopRequested = 1; }
+void requestStop(int) {
+    stopRequested = 1;
+}
 
 std::unique_ptr<fc::SerialDevice> makeDevice(const fc::SimOptions& o) {
     if (o.kind == "numbered") {
@@ -66,11 +68,13 @@ int main(int argc, char** argv) {
     std::cout << host.ttyPath() << std::endl;
 
     std::ofstream log;
-    if (!options.logPath.empty()) log.open(options.logPath);
+    if (!options.logPath.empty())
+        log.open(options.logPath);
     size_t logged = 0;
     while (!stopRequested) {
         pump.doEvents();
-        if (log.is_open()) logged = fc::logNewFrames(*device, logged, log);
+        if (log.is_open())
+            logged = fc::logNewFrames(*device, logged, log);
     }
     return 0;
 }

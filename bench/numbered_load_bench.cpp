@@ -38,16 +38,19 @@ void runLoad(Pump& pump, SerialPortOpener& ports, const std::string& home) {
     Firmcast form(Services{pump, dialogs, ports, files, home});
     OperatorScript script(pump);
     Firmcast* f = &form;
-    script.when([f] { return f->Seleccion.reachable(); }, "model", [f] { operatorClick(*f, "Picture3"); });
-    script.when([f] { return f->frPuerto.reachable(); }, "COM1", [f] {
-        operatorClick(*f, "optrs232");
-        operatorClick(*f, "Option1");
-        operatorClick(*f, "cmdAdelante");
-    });
-    script.when([f] { return f->File1.reachable(); }, "file", [f] {
-        operatorSelectText(*f, "File1", "fw.hex");
-        operatorClick(*f, "cmdAdelante");
-    });
+    script.when([f] { return f->Seleccion.reachable(); }, "model",
+                [f] { operatorClick(*f, "Picture3"); });
+    script.when([f] { return f->frPuerto.reachable(); }, "COM1",
+                [f] {
+                    operatorClick(*f, "optrs232");
+                    operatorClick(*f, "Option1");
+                    operatorClick(*f, "cmdAdelante");
+                });
+    script.when([f] { return f->File1.reachable(); }, "file",
+                [f] {
+                    operatorSelectText(*f, "File1", "fw.hex");
+                    operatorClick(*f, "cmdAdelante");
+                });
     script.when([f] { return f->esperando_otra != kFalse; }, "done", [] { throw Done{}; });
     try {
         form.Form_Load("");
@@ -85,7 +88,8 @@ int main() {
         TermiosPortOpener ports;
         auto start = std::chrono::steady_clock::now();
         runLoad(pump, ports, home.path().string());
-        double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        double seconds =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
         std::vector<double> turnaround;
         const auto& frames = scale.frames();
         const auto& answers = scale.answerTimes();
@@ -94,8 +98,8 @@ int main() {
         }
         std::printf("real pty: %zu frames in %.2f s = %.0f lines/s\n", frames.size(), seconds,
                     static_cast<double>(frames.size()) / seconds);
-        std::printf("real pty: turnaround median %.0f us, p99 %.0f us\n", percentile(turnaround, 0.5),
-                    percentile(turnaround, 0.99));
+        std::printf("real pty: turnaround median %.0f us, p99 %.0f us\n",
+                    percentile(turnaround, 0.5), percentile(turnaround, 0.99));
     }
     {
         VirtualPump pump;
@@ -107,12 +111,15 @@ int main() {
         ports.attach(1, scale);
         runLoad(pump, ports, home.path().string());
         double bytes = 0;
-        for (const auto& frame : scale.frames()) bytes += 5 + static_cast<double>(frame.record.size());
+        for (const auto& frame : scale.frames())
+            bytes += 5 + static_cast<double>(frame.record.size());
         bytes += static_cast<double>(scale.frames().size()) * 1.1;  // the answers, 1 or 2 bytes
         double wireSeconds = bytes * 10 / 57600;
         double loadSeconds = static_cast<double>(pump.nowMicros()) / 1e6;
-        std::printf("virtual 57600,e,7,1: load %.1f s of virtual time, wire %.1f s: %.1f %% of the load is the wire\n",
-                    loadSeconds, wireSeconds, 100 * wireSeconds / loadSeconds);
+        std::printf(
+            "virtual 57600,e,7,1: load %.1f s of virtual time, wire %.1f s: %.1f %% of the load is "
+            "the wire\n",
+            loadSeconds, wireSeconds, 100 * wireSeconds / loadSeconds);
     }
     return 0;
 }

@@ -14,7 +14,8 @@ void Firmcast::Tiempo1_Timer() {
         dibujo(indice_dibujo == 1 ? 12 : indice_dibujo - 1).setVisible(false);
         dibujo(indice_dibujo).setVisible(true);
     }
-    if (indice_dibujo == 12) indice_dibujo = 0;
+    if (indice_dibujo == 12)
+        indice_dibujo = 0;
 }
 
 void Firmcast::paradibu() {

@@ -14,14 +14,17 @@ Firmcast::Next Firmcast::ethernetPath() {
     Text1.setText("");
     // The list is read afresh from the file: nothing entered before is kept.
     lista_balanzas.assign(1, "");
-    if (hooks_.CargaInfoIni) hooks_.CargaInfoIni(*this);
+    if (hooks_.CargaInfoIni)
+        hooks_.CargaInfoIni(*this);
     cmdSave.setEnabled(true);
     Next back = waitInScaleStep();
-    if (back != Next::ReEntry) return back;
+    if (back != Next::ReEntry)
+        return back;
     if (hooks_.ethernetPath) {
         hooks_.ethernetPath(*this);
     } else {
-        services_.dialogs.msgBox("The Ethernet loader is not available in this build of the program");
+        services_.dialogs.msgBox(
+            "The Ethernet loader is not available in this build of the program");
         cmdAgain.setVisible(true);
     }
     return Next::EndOfPass;

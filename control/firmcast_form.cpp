@@ -16,12 +16,14 @@ Firmcast::Firmcast(Services services, LoadHooks hooks)
       Linea(services.pump, services.serialPorts),
       services_(services),
       hooks_(std::move(hooks)),
-      panel_{services.pump, services.dialogs, Linea, timerout, tiempo_agotado, cmbvelocidades,
-             lblBits,       lblParidad,        frComParameters} {
+      panel_{services.pump,  services.dialogs, Linea,      timerout,       tiempo_agotado,
+             cmbvelocidades, lblBits,          lblParidad, frComParameters} {
     for (int n = 1; n <= 12; ++n) {
-        Dibujo[n - 1] = std::make_unique<PictureBox>(*this, "Dibujo" + std::to_string(n), &frInfoComunicacion);
+        Dibujo[n - 1] =
+            std::make_unique<PictureBox>(*this, "Dibujo" + std::to_string(n), &frInfoComunicacion);
     }
-    for (WindowTimer* t : {&timerout, &Tiempo1, &TimerConnection, &TimerEnvio, &TimerClose}) enrol(*t);
+    for (WindowTimer* t : {&timerout, &Tiempo1, &TimerConnection, &TimerEnvio, &TimerClose})
+        enrol(*t);
     buildControls();
     wireHandlers();
     useLineProtocols();
@@ -150,10 +152,14 @@ void Firmcast::wireHandlers() {
     onUnload = [this] { Form_Unload(); };
     OptionButton* ports[] = {&Option1, &Option2, &Option3, &Option4};
     for (Integer port = 1; port <= 4; ++port) {
-        ports[port - 1]->onClick = [this, port] { guard([this, port] { OptionPort_Click(port); }); };
+        ports[port - 1]->onClick = [this, port] {
+            guard([this, port] { OptionPort_Click(port); });
+        };
     }
     for (int code = 0; code < kCatalogueSize; ++code) {
-        pictureOf(code).onClick = [this, code] { guard([this, code] { PictureModel_Click(code); }); };
+        pictureOf(code).onClick = [this, code] {
+            guard([this, code] { PictureModel_Click(code); });
+        };
     }
 }
 
@@ -168,13 +174,14 @@ void Firmcast::guard(const std::function<void()>& handler) {
 // A run-time error that no handler of the program catches: the run time
 // reports it and the program ends there, without any clean-up of its own.
 void Firmcast::unhandledError(const RuntimeError& error) {
-    services_.dialogs.msgBox("Run-time error '" + std::to_string(error.number()) + "':\n\n" + error.description(),
-                             mb::kCritical, kAppTitle);
+    services_.dialogs.msgBox(
+        "Run-time error '" + std::to_string(error.number()) + "':\n\n" + error.description(),
+        mb::kCritical, kAppTitle);
     throw ProgramEnd{3};
 }
 
 PictureBox& Firmcast::pictureOf(int code) {
-    PictureBox* pictures[kCatalogueSize] = {&Picture4, &Picture3, &Picture2, &Picture6, &Picture5,
+    PictureBox* pictures[kCatalogueSize] = {&Picture4, &Picture3, &Picture2,  &Picture6, &Picture5,
                                             &Picture8, &Picture7, &Picture12, &Picture9};
     return *pictures[catalogueEntry(code).code];
 }
@@ -187,24 +194,38 @@ void Firmcast::clearModelFlags() {
 void Firmcast::raiseModelFlag(int code) {
     clearModelFlags();
     switch (catalogueEntry(code).flag) {
-        case ModelFlag::SerieW: es_serie_w = kTrue; break;
-        case ModelFlag::SerieN: es_serie_n = kTrue; break;
-        case ModelFlag::SerieH: es_serie_h = kTrue; break;
-        case ModelFlag::Matrix4000: es_matrix4000 = kTrue; break;
-        case ModelFlag::Tr6100: es_tr6100 = kTrue; break;
-        case ModelFlag::Tr8200: es_tr8200 = kTrue; break;
-        case ModelFlag::None: break;
+        case ModelFlag::SerieW:
+            es_serie_w = kTrue;
+            break;
+        case ModelFlag::SerieN:
+            es_serie_n = kTrue;
+            break;
+        case ModelFlag::SerieH:
+            es_serie_h = kTrue;
+            break;
+        case ModelFlag::Matrix4000:
+            es_matrix4000 = kTrue;
+            break;
+        case ModelFlag::Tr6100:
+            es_tr6100 = kTrue;
+            break;
+        case ModelFlag::Tr8200:
+            es_tr8200 = kTrue;
+            break;
+        case ModelFlag::None:
+            break;
     }
 }
 
 bool Firmcast::anyModelFlag() const {
-    return es_serie_n || es_serie_h || es_serie_w || es_tr6100 || es_serie_g || es_tr8200 || es_matrix4000 ||
-           es_mv510;
+    return es_serie_n || es_serie_h || es_serie_w || es_tr6100 || es_serie_g || es_tr8200 ||
+           es_matrix4000 || es_mv510;
 }
 
 std::string Firmcast::selectedFilePath() const {
     std::string path = File1.path();
-    if (path.empty() || path.back() != '\\') path += "\\";
+    if (path.empty() || path.back() != '\\')
+        path += "\\";
     return path + File1.fileName();
 }
 

@@ -31,7 +31,7 @@ namespace fc {
 constexpr const char* kDesignCaption = "Firmware Loader 1.22";
 
 class Firmcast : public Screen {
-public:
+  public:
     Firmcast(Services services, LoadHooks hooks = {});
 
     // The load event: runs the main driver until the program ends, which it
@@ -255,7 +255,7 @@ public:
     // The folder of the file list joined with the selected name.
     std::string selectedFilePath() const;
 
-private:
+  private:
     void buildControls();
     void useLineProtocols();
     void useScaleList();

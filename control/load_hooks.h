@@ -16,7 +16,6 @@ namespace fc {
 
 class Firmcast;
 
-
 struct LoadHooks {
     // Numbered dialect: the H0000 handshake (connect), the first line with
     // the erase, then the line loop. A connect or first-line step that fails

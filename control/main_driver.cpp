@@ -23,14 +23,25 @@ void Firmcast::runDriver(const std::string& commandLine) {
     for (;;) {
         try {
             switch (next) {
-                case Next::CycleHead: next = cycleHead(); break;
-                case Next::WayStep: next = wayStep(); break;
-                case Next::FileStep: next = fileStep(); break;
-                case Next::ReEntry: next = reEntry(); break;
-                case Next::EndOfPass: next = endOfPass(); break;
+                case Next::CycleHead:
+                    next = cycleHead();
+                    break;
+                case Next::WayStep:
+                    next = wayStep();
+                    break;
+                case Next::FileStep:
+                    next = fileStep();
+                    break;
+                case Next::ReEntry:
+                    next = reEntry();
+                    break;
+                case Next::EndOfPass:
+                    next = endOfPass();
+                    break;
             }
         } catch (const RuntimeError& error) {
-            if (trapArmed_) fatalTrap(error);
+            if (trapArmed_)
+                fatalTrap(error);
             unhandledError(error);
         }
     }
@@ -38,7 +49,11 @@ void Firmcast::runDriver(const std::string& commandLine) {
 
 void Firmcast::startUp(const std::string& commandLine) {
     setCaption(caption() + " A");
-    nivel = commandLine.empty() ? 0 : Integer((std::isdigit(static_cast<unsigned char>(commandLine[0])) ? commandLine[0] - '0' : 0) & 15);
+    nivel = commandLine.empty() ? 0
+                                : Integer((std::isdigit(static_cast<unsigned char>(commandLine[0]))
+                                               ? commandLine[0] - '0'
+                                               : 0) &
+                                          15);
     if (nivel > 3) {
         services_.dialogs.msgBox("The parameter is not valid.", mb::kCritical, kAppTitle);
         try {
@@ -137,7 +152,8 @@ Firmcast::Next Firmcast::fileStep() {
     File1.setEnabled(true);
     try {
         if (unidad_elegida.empty()) {
-            if (File1.listCount() > 0) File1.setListIndex(0);
+            if (File1.listCount() > 0)
+                File1.setListIndex(0);
             showStartFolder();
         } else {
             restoreRememberedFile();
@@ -148,8 +164,10 @@ Firmcast::Next Firmcast::fileStep() {
     frComParameters.setEnabled(tipo_conexion == 1 && (es_serie_w || es_tr8200 || es_mv510));
 
     waitWhileStep(2);
-    if (paso_asistente == 1) return Next::WayStep;
-    if (paso_asistente == 0) return Next::CycleHead;
+    if (paso_asistente == 1)
+        return Next::WayStep;
+    if (paso_asistente == 0)
+        return Next::CycleHead;
     fichero_procesado = kFalse;
     return Next::ReEntry;
 }
@@ -201,7 +219,8 @@ void Firmcast::fallBackToDriveC() {
 Firmcast::Next Firmcast::reEntry() {
     trapArmed_ = true;
     frComParameters.setEnabled(false);
-    if (optEthernet.value() && (es_serie_w || es_tr8200)) return ethernetPath();
+    if (optEthernet.value() && (es_serie_w || es_tr8200))
+        return ethernetPath();
     return serialPath();
 }
 
@@ -225,14 +244,16 @@ Firmcast::Next Firmcast::endOfPass() {
         return Next::CycleHead;
     }
     paso_asistente = 3;
-    if (es_tr6100 || es_serie_h || es_matrix4000 || es_serie_g) cmbvelocidades.setListIndex(1);
+    if (es_tr6100 || es_serie_h || es_matrix4000 || es_serie_g)
+        cmbvelocidades.setListIndex(1);
     return Next::ReEntry;
 }
 
 // A run-time error inside a load: its number and description run together in
 // one box, the line and files are closed, and the program ends.
 void Firmcast::fatalTrap(const RuntimeError& error) {
-    services_.dialogs.msgBox(std::to_string(error.number()) + error.description(), mb::kCritical, kAppTitle);
+    services_.dialogs.msgBox(std::to_string(error.number()) + error.description(), mb::kCritical,
+                             kAppTitle);
     acaba();
     throw ProgramEnd{3};
 }

@@ -11,23 +11,29 @@ namespace fc {
 // always looked, and operators know it.
 void Firmcast::EligeModelo(const std::string& codigo) {
     clearModelFlags();
-    for (PictureBox* p : {&Picture3, &Picture2, &Picture8, &Picture4, &Picture5, &Picture7, &Picture6, &Picture12}) {
+    for (PictureBox* p : {&Picture3, &Picture2, &Picture8, &Picture4, &Picture5, &Picture7,
+                          &Picture6, &Picture12}) {
         p->setBackColor(kColourWhite);
     }
     for (int code : {0, 1, 2, 3, 5, 6, 4, 7}) {
-        if (codigo != std::to_string(code)) continue;
+        if (codigo != std::to_string(code))
+            continue;
         pictureOf(code).setBackColor(kColourHighlight);
         ModelGroup group = catalogueEntry(code).group;
-        if (group == ModelGroup::Scales) optBalanzas_Click();
-        if (group == ModelGroup::Labellers) optEtiquetadoras_Click();
-        if (group == ModelGroup::Visors) optVisores_Click();
+        if (group == ModelGroup::Scales)
+            optBalanzas_Click();
+        if (group == ModelGroup::Labellers)
+            optEtiquetadoras_Click();
+        if (group == ModelGroup::Visors)
+            optVisores_Click();
         break;
     }
     PictureVisualizar.setVisible(false);
 }
 
 void Firmcast::highlightOnly(int code) {
-    for (int other = 0; other < kCatalogueSize; ++other) pictureOf(other).setBackColor(kColourWhite);
+    for (int other = 0; other < kCatalogueSize; ++other)
+        pictureOf(other).setBackColor(kColourWhite);
     pictureOf(code).setBackColor(kColourHighlight);
 }
 
@@ -49,7 +55,8 @@ void Firmcast::PictureModel_Click(int code) {
     showChosenPicture(pictureOf(code));
     frComParameters.setEnabled(false);
     frComParameters.setVisible(false);
-    if (!catalogueEntry(code).ethernet) transporte_elegido = 1;
+    if (!catalogueEntry(code).ethernet)
+        transporte_elegido = 1;
     unidad_elegida.clear();
     modelo_elegido = static_cast<Integer>(code);
     paso_asistente = 1;
@@ -69,20 +76,29 @@ void Firmcast::startGseries() {
 // The tool's command line is the program's folder, its name and the level as
 // one digit. Nothing checks whether a copy is running already.
 void Firmcast::launchGseries() {
-    std::string commandLine = services_.programFolder + "\\Gseries.exe " + std::string(1, static_cast<char>('0' | nivel));
+    std::string commandLine =
+        services_.programFolder + "\\Gseries.exe " + std::string(1, static_cast<char>('0' | nivel));
     proceso_externo = hooks_.startProgram ? hooks_.startProgram(commandLine) : 0;
     lanzado_gseries = kTrue;
 }
 
 int Firmcast::modelCodeOfFlags() const {
-    if (es_serie_w) return 0;
-    if (es_serie_n) return 1;
-    if (es_serie_h) return 2;
-    if (es_serie_g) return 3;
-    if (es_matrix4000) return 4;
-    if (es_tr6100) return 5;
-    if (es_tr8200) return 6;
-    if (es_mv510) return 7;
+    if (es_serie_w)
+        return 0;
+    if (es_serie_n)
+        return 1;
+    if (es_serie_h)
+        return 2;
+    if (es_serie_g)
+        return 3;
+    if (es_matrix4000)
+        return 4;
+    if (es_tr6100)
+        return 5;
+    if (es_tr8200)
+        return 6;
+    if (es_mv510)
+        return 7;
     return -1;
 }
 
@@ -114,6 +130,8 @@ void Firmcast::optEthernet_Click() {
     tipo_conexion = 0;
 }
 
-void Firmcast::OptionPort_Click(Integer port) { puerto_com = port; }
+void Firmcast::OptionPort_Click(Integer port) {
+    puerto_com = port;
+}
 
 }  // namespace fc

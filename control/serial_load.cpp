@@ -18,7 +18,8 @@ constexpr int kFile = 1;
 long roundHalfEven(double value) {
     double down = static_cast<double>(static_cast<long>(value));
     double fraction = value - down;
-    if (fraction > 0.5 || (fraction == 0.5 && static_cast<long>(down) % 2 != 0)) return static_cast<long>(down) + 1;
+    if (fraction > 0.5 || (fraction == 0.5 && static_cast<long>(down) % 2 != 0))
+        return static_cast<long>(down) + 1;
     return static_cast<long>(down);
 }
 }  // namespace
@@ -29,7 +30,8 @@ Firmcast::Next Firmcast::serialPath() {
     frInfoComunicacion.setVisible(false);
     if (paso_asistente == 3) {
         Next back = waitInScaleStep();
-        if (back != Next::ReEntry) return back;
+        if (back != Next::ReEntry)
+            return back;
     }
     frDirectorio.setVisible(false);
     frInfoComunicacion.setVisible(true);
@@ -59,7 +61,8 @@ Firmcast::Next Firmcast::serialPath() {
         inicio_linea = ":02";
     }
     bool banked = es_serie_h || es_tr6100 || es_matrix4000;
-    if ((banked && inicio_linea != "S00") || ((es_serie_n || es_serie_w) && inicio_linea != ":02")) {
+    if ((banked && inicio_linea != "S00") ||
+        ((es_serie_n || es_serie_w) && inicio_linea != ":02")) {
         files.close(kFile);
         services_.dialogs.msgBox("This is not a Flash program file");
         acaba2();
@@ -73,9 +76,12 @@ Firmcast::Next Firmcast::serialPath() {
 // until the operator starts it.
 Firmcast::Next Firmcast::waitInScaleStep() {
     waitWhileStep(3);
-    if (paso_asistente == 2) return Next::FileStep;
-    if (paso_asistente == 1) return Next::WayStep;
-    if (paso_asistente == 0) return Next::CycleHead;
+    if (paso_asistente == 2)
+        return Next::FileStep;
+    if (paso_asistente == 1)
+        return Next::WayStep;
+    if (paso_asistente == 0)
+        return Next::CycleHead;
     return Next::ReEntry;
 }
 
@@ -90,7 +96,8 @@ std::string Firmcast::openFirmwareFile() {
 // data characters as its length field announces.
 bool Firmcast::firstLineIsSound() const {
     const std::string& line = linea_fichero;
-    if (line.size() < 11 || line[0] != ':') return false;
+    if (line.size() < 11 || line[0] != ':')
+        return false;
     long dataChars = roundHalfEven((static_cast<double>(line.size()) - 11) / 2);
     long available = static_cast<long>(line.size()) - 9;
     long taken = std::min(dataChars, available);
@@ -101,7 +108,8 @@ Firmcast::Next Firmcast::serialConnect() {
     bool numbered = es_serie_n || es_serie_w || es_tr8200;
     bool banked = es_serie_h || es_tr6100 || es_matrix4000;
     if (numbered) {
-        if (!(hooks_.numberedConnect ? hooks_.numberedConnect(*this) : missingEngine("numbered-line loader"))) {
+        if (!(hooks_.numberedConnect ? hooks_.numberedConnect(*this)
+                                     : missingEngine("numbered-line loader"))) {
             return Next::EndOfPass;
         }
     } else if (banked) {
@@ -111,8 +119,9 @@ Firmcast::Next Firmcast::serialConnect() {
             Linea.setSettings("19200,N,8,1");
             if (!probe()) {
                 paradibu();
-                services_.dialogs.msgBox(es_tr6100 ? "No answer from TR-6100, check the cable or TR-6100"
-                                                   : "No answer from H-7XX scale, check the cable or scale");
+                services_.dialogs.msgBox(
+                    es_tr6100 ? "No answer from TR-6100, check the cable or TR-6100"
+                              : "No answer from H-7XX scale, check the cable or scale");
                 acaba2();
                 return Next::EndOfPass;
             }
@@ -120,7 +129,8 @@ Firmcast::Next Firmcast::serialConnect() {
     } else if (es_serie_g) {
         cmbvelocidades.setListIndex(4);
         Linea.setSettings("19200,N,8,1");
-        if (!(hooks_.carga_F ? hooks_.carga_F(*this) : missingEngine("boot ROM loader"))) return Next::EndOfPass;
+        if (!(hooks_.carga_F ? hooks_.carga_F(*this) : missingEngine("boot ROM loader")))
+            return Next::EndOfPass;
         return finishSerialLoad();
     }
     if (es_matrix4000) {
@@ -135,7 +145,8 @@ Firmcast::Next Firmcast::serialConnect() {
     Barra.setMax(static_cast<Long>(services_.files.lof(kFile)));
 
     auto firstLine = numbered ? hooks_.numberedFirstLine : hooks_.bankedFirstLine;
-    if (!(firstLine ? firstLine(*this) : missingEngine("line loader"))) return Next::EndOfPass;
+    if (!(firstLine ? firstLine(*this) : missingEngine("line loader")))
+        return Next::EndOfPass;
 
     Texto.setCaption(" ");
     Banco_actual.setVisible(true);
@@ -147,10 +158,14 @@ Firmcast::Next Firmcast::serialConnect() {
     setMousePointer(13);
 
     auto loop = numbered ? hooks_.numberedLoop : hooks_.bankedLoop;
-    LoopOutcome outcome = loop ? loop(*this) : (missingEngine("line loader"), LoopOutcome::EndOfPass);
-    if (outcome == LoopOutcome::EndOfPass) return Next::EndOfPass;
-    if (outcome == LoopOutcome::Abandon) return closeSerialLoad();
-    if (numbered && es_serie_w && (nivel == 1 || nivel == 2)) return macStep();
+    LoopOutcome outcome =
+        loop ? loop(*this) : (missingEngine("line loader"), LoopOutcome::EndOfPass);
+    if (outcome == LoopOutcome::EndOfPass)
+        return Next::EndOfPass;
+    if (outcome == LoopOutcome::Abandon)
+        return closeSerialLoad();
+    if (numbered && es_serie_w && (nivel == 1 || nivel == 2))
+        return macStep();
     return finishSerialLoad();
 }
 
@@ -178,13 +193,18 @@ Firmcast::Next Firmcast::closeSerialLoad() {
 // for a MAC address it gets the next one from the database, and the
 // operator records it.
 Firmcast::Next Firmcast::macStep() {
-    auto send = [this] { return hooks_.EnviaLineaNumerada ? hooks_.EnviaLineaNumerada(*this) : missingEngine("numbered-line loader"); };
+    auto send = [this] {
+        return hooks_.EnviaLineaNumerada ? hooks_.EnviaLineaNumerada(*this)
+                                         : missingEngine("numbered-line loader");
+    };
     numero_linea += 1;
     linea_fichero = ":0000006799";
     Texto.setCaption(linea_fichero);
     pide_mac = kFalse;
-    if (!send()) return Next::EndOfPass;
-    if (!pide_mac) return finishSerialLoad();
+    if (!send())
+        return Next::EndOfPass;
+    if (!pide_mac)
+        return finishSerialLoad();
     mac_actual = hooks_.DameMACAddress ? hooks_.DameMACAddress(*this) : std::string();
     if (hooks_.EsperaEventoRecursos) {
         hooks_.EsperaEventoRecursos(*this, 6000);
@@ -196,11 +216,14 @@ Firmcast::Next Firmcast::macStep() {
         Tiempo1.setEnabled(true);
         return closeSerialLoad();
     }
-    linea_fichero = ":06000068" + mac_actual + DameCheckSum("06000068" + mac_actual, services_.dialogs);
+    linea_fichero =
+        ":06000068" + mac_actual + DameCheckSum("06000068" + mac_actual, services_.dialogs);
     Texto.setCaption(linea_fichero);
-    if (!send()) return Next::EndOfPass;
+    if (!send())
+        return Next::EndOfPass;
     Tiempo1.setEnabled(false);
-    if (hooks_.frmDatosBalanza) hooks_.frmDatosBalanza(*this);
+    if (hooks_.frmDatosBalanza)
+        hooks_.frmDatosBalanza(*this);
     return finishSerialLoad();
 }
 
@@ -208,7 +231,8 @@ Firmcast::Next Firmcast::macStep() {
 // it says so and ends the pass as a failed connection would.
 Flag Firmcast::missingEngine(const std::string& what) {
     paradibu();
-    services_.dialogs.msgBox("The " + what + " of this model is not available in this build of the program");
+    services_.dialogs.msgBox("The " + what +
+                             " of this model is not available in this build of the program");
     acaba2();
     return kFalse;
 }

@@ -13,7 +13,8 @@ void Firmcast::cmdAdelante_Click() {
     switch (paso_asistente) {
         case 0:
             if (modelo_elegido == -1) {
-                services_.dialogs.msgBox("You must select a model of scale", mb::kInformation, kAppTitle);
+                services_.dialogs.msgBox("You must select a model of scale", mb::kInformation,
+                                         kAppTitle);
             } else if (modelo_elegido == 7) {
                 cmdAdelanteVisor();
             } else if (modelo_elegido == 3) {
@@ -30,9 +31,14 @@ void Firmcast::cmdAdelante_Click() {
             paso_asistente = 2;
             Command1_Click();
             break;
-        case 2: paso_asistente = tipo_conexion == 0 ? 3 : 4; break;
-        case 3: paso_asistente = 4; break;
-        default: break;
+        case 2:
+            paso_asistente = tipo_conexion == 0 ? 3 : 4;
+            break;
+        case 3:
+            paso_asistente = 4;
+            break;
+        default:
+            break;
     }
 }
 
@@ -43,7 +49,8 @@ void Firmcast::cmdAdelanteVisor() {
         hooks_.frmCargaMV510(*this);
         return;
     }
-    if (!visor_) visor_ = std::make_unique<frmCargaMV510>(services_);
+    if (!visor_)
+        visor_ = std::make_unique<frmCargaMV510>(services_);
     services_.dialogs.showModal(*visor_);
 }
 
@@ -53,7 +60,8 @@ void Firmcast::selectRememberedModel() {
     for (Frame* f : {&frOption, &frEtiquetadoras, &frBalanzas, &frVisores}) f->setVisible(false);
     frComParameters.setEnabled(false);
     frComParameters.setVisible(false);
-    if (modelo_elegido >= 0 && modelo_elegido < kCatalogueSize && modelo_elegido != 3 && modelo_elegido != 7) {
+    if (modelo_elegido >= 0 && modelo_elegido < kCatalogueSize && modelo_elegido != 3 &&
+        modelo_elegido != 7) {
         raiseModelFlag(modelo_elegido);
         if (modelo_elegido == 0) {
             cmdDisplayGrafico.setVisible(true);
@@ -73,7 +81,8 @@ void Firmcast::restoreRememberedWay() {
     } else if (transporte_elegido == 1) {
         optrs232.setValue(true);
         OptionButton* ports[] = {&Option1, &Option2, &Option3, &Option4};
-        if (puerto_elegido >= 1 && puerto_elegido <= 4) ports[puerto_elegido - 1]->setValue(true);
+        if (puerto_elegido >= 1 && puerto_elegido <= 4)
+            ports[puerto_elegido - 1]->setValue(true);
     }
 }
 
@@ -92,12 +101,15 @@ void Firmcast::cmdAtras_Click() {
             cmdDisplayGrafico.setVisible(false);
             cmdDisplayGrafico.setEnabled(false);
             break;
-        case 2: paso_asistente = 1; break;
+        case 2:
+            paso_asistente = 1;
+            break;
         case 3:
             paso_asistente = 2;
             lblModelo.setCaption("");
             break;
-        default: break;
+        default:
+            break;
     }
 }
 
@@ -122,7 +134,8 @@ void Firmcast::Command1_Click() {
     if (puerto_com >= 1 && puerto_com <= 4) {
         setCaption("Firmcast working on port COM" + std::to_string(puerto_com) + " ");
     }
-    if (Linea.portOpen()) Linea.setPortOpen(false);
+    if (Linea.portOpen())
+        Linea.setPortOpen(false);
     cmbvelocidades.setListIndex(es_mv510 ? 0 : 1);
     if (lanza_linea()) {
         frPuerto.setVisible(false);
@@ -136,16 +149,19 @@ void Firmcast::Command2_Click() {
     if (frBalanzasEth.visible()) {
         for (const std::string& address : lista_balanzas) {
             if (address.empty()) {
-                services_.dialogs.msgBox("You must introduce the Ip Address for every Scale.", mb::kExclamation);
+                services_.dialogs.msgBox("You must introduce the Ip Address for every Scale.",
+                                         mb::kExclamation);
                 cmbbalanza.setFocus();
                 return;
             }
         }
     }
-    if (Command2.caption() == "Start") setCaption(caption() + fichero_firmware);
+    if (Command2.caption() == "Start")
+        setCaption(caption() + fichero_firmware);
     startDisplay();
     if (!optEthernet.value()) {
-        if (Linea.portOpen()) Linea.setPortOpen(false);
+        if (Linea.portOpen())
+            Linea.setPortOpen(false);
         lanza_linea();
         frComParameters.setEnabled(false);
     } else {
@@ -188,8 +204,11 @@ void Firmcast::Drive1_Change() {
         setFolder(Drive1.drive());
     } catch (const RuntimeError&) {
         // A drive that is not ready: back to where the folder list was.
-        if (former.size() < 2) return;
-        Drive1.setDrive(std::string(1, static_cast<char>(std::tolower(static_cast<unsigned char>(former[0])))) + ":");
+        if (former.size() < 2)
+            return;
+        Drive1.setDrive(
+            std::string(1, static_cast<char>(std::tolower(static_cast<unsigned char>(former[0])))) +
+            ":");
         try {
             setFolder(former);
         } catch (const RuntimeError&) {
@@ -205,7 +224,8 @@ void Firmcast::cmdAgain_Click() {
 }
 
 void Firmcast::cmdSave_Click() {
-    if (hooks_.GuardaInfoIni) hooks_.GuardaInfoIni(*this);
+    if (hooks_.GuardaInfoIni)
+        hooks_.GuardaInfoIni(*this);
 }
 
 // The graphic display is loaded from a screen of its own, created the first
@@ -215,18 +235,24 @@ void Firmcast::cmdDisplayGrafico_Click() {
         hooks_.frmCargaDisplayGrafico(*this);
         return;
     }
-    if (!display_) display_ = std::make_unique<frmCargaDisplayGrafico>(services_);
+    if (!display_)
+        display_ = std::make_unique<frmCargaDisplayGrafico>(services_);
     services_.dialogs.showModal(*display_);
 }
 
-void Firmcast::optProduccion_Click() { modo_produccion = toFlag(optProduccion.value() == 1); }
+void Firmcast::optProduccion_Click() {
+    modo_produccion = toFlag(optProduccion.value() == 1);
+}
 
-void Firmcast::timerout_Timer() { tiempo_agotado = kTrue; }
+void Firmcast::timerout_Timer() {
+    tiempo_agotado = kTrue;
+}
 
 // The only cancel: closes everything and ends the program at once, from
 // inside whichever wait the driver is in. The device is told nothing.
 void Firmcast::FIN_Click() {
-    if (Linea.portOpen()) Linea.setPortOpen(false);
+    if (Linea.portOpen())
+        Linea.setPortOpen(false);
     Tiempo1.setEnabled(false);
     services_.files.close(1);
     services_.files.closeAll();
@@ -239,13 +265,15 @@ void Firmcast::Form_Unload() {
 }
 
 void Firmcast::acaba() {
-    if (Linea.portOpen()) Linea.setPortOpen(false);
+    if (Linea.portOpen())
+        Linea.setPortOpen(false);
     Tiempo1.setEnabled(false);
     services_.files.closeAll();
 }
 
 void Firmcast::acaba2() {
-    if (Linea.portOpen()) Linea.setPortOpen(false);
+    if (Linea.portOpen())
+        Linea.setPortOpen(false);
     services_.files.closeAll();
     Tiempo1.setEnabled(false);
     indice_dibujo = 0;
@@ -255,7 +283,8 @@ void Firmcast::acaba2() {
 }
 
 Flag Firmcast::lanza_linea() {
-    LineFamily family = (es_serie_n || es_serie_w || es_tr8200) ? LineFamily::SevenEven : LineFamily::EightNone;
+    LineFamily family =
+        (es_serie_n || es_serie_w || es_tr8200) ? LineFamily::SevenEven : LineFamily::EightNone;
     return fc::lanza_linea(panel_, puerto_com, family, paso_asistente);
 }
 
@@ -264,9 +293,11 @@ Flag Firmcast::lanza_linea() {
 // Selects a drive ("t:"), as the drive list does; a drive that does not exist
 // is the run time's "Device unavailable".
 void Firmcast::setDrive(const std::string& drive) {
-    if (drive.size() < 2 || !driveExists(drive[0])) throw RuntimeError(68);
+    if (drive.size() < 2 || !driveExists(drive[0]))
+        throw RuntimeError(68);
     showDrives();
-    std::string lowered = std::string(1, static_cast<char>(std::tolower(static_cast<unsigned char>(drive[0])))) + ":";
+    std::string lowered =
+        std::string(1, static_cast<char>(std::tolower(static_cast<unsigned char>(drive[0])))) + ":";
     Drive1.setDrive(lowered);
 }
 
@@ -276,7 +307,8 @@ void Firmcast::showDrives() {
     for (char letter : existingDrives()) drives.push_back(std::string(1, letter) + ":");
     bool same = static_cast<int>(drives.size()) == Drive1.listCount();
     for (int i = 0; same && i < Drive1.listCount(); ++i) same = Drive1.list(i) == drives[i];
-    if (same) return;
+    if (same)
+        return;
     Drive1.clear();
     for (const std::string& drive : drives) Drive1.addItem(drive);
 }
@@ -287,7 +319,8 @@ void Firmcast::showDrives() {
 // folder itself, selected, and its sub-folders one step further in.
 void Firmcast::setFolder(const std::string& folder) {
     std::string wanted = normaliseWindowsPath(folder.size() == 2 ? folder + "\\" : folder);
-    if (hostPath(wanted).empty()) throw RuntimeError(err::kPathNotFound);
+    if (hostPath(wanted).empty())
+        throw RuntimeError(err::kPathNotFound);
     Dir1.clear();
     dirEntries_.assign(1, wanted.substr(0, 3));
     Dir1.addItem(wanted.substr(0, 3));
@@ -295,7 +328,8 @@ void Firmcast::setFolder(const std::string& folder) {
     for (std::string::size_type start = 3; start < wanted.size();) {
         std::string::size_type slash = wanted.find('\\', start);
         dirEntries_.push_back(wanted.substr(0, slash));
-        Dir1.addItem(indent + wanted.substr(start, slash == std::string::npos ? slash : slash - start));
+        Dir1.addItem(indent +
+                     wanted.substr(start, slash == std::string::npos ? slash : slash - start));
         indent += "   ";
         start = slash == std::string::npos ? wanted.size() : slash + 1;
     }
@@ -311,7 +345,8 @@ void Firmcast::setFolder(const std::string& folder) {
 
 void Firmcast::Dir1_DblClick() {
     int index = Dir1.listIndex();
-    if (index < 0 || index >= static_cast<int>(dirEntries_.size())) return;
+    if (index < 0 || index >= static_cast<int>(dirEntries_.size()))
+        return;
     try {
         setFolder(dirEntries_[index]);
     } catch (const RuntimeError&) {

@@ -21,10 +21,21 @@ constexpr std::int32_t kColourWhite = 0xFFFFFF;
 constexpr std::int32_t kColourHighlight = 0xFF8080;
 
 class Control {
-public:
+  public:
     enum class Kind {
-        Label, TextBox, CommandButton, OptionButton, CheckBox, Frame, PictureBox,
-        ProgressBar, ComboBox, ListView, DriveList, DirList, FileList
+        Label,
+        TextBox,
+        CommandButton,
+        OptionButton,
+        CheckBox,
+        Frame,
+        PictureBox,
+        ProgressBar,
+        ComboBox,
+        ListView,
+        DriveList,
+        DirList,
+        FileList
     };
 
     Control(Screen& screen, Kind kind, std::string name, Frame* container);
@@ -68,10 +79,10 @@ public:
 
     void addObserver(std::function<void(Control&)> observer);
 
-protected:
+  protected:
     void changed();
 
-private:
+  private:
     Screen& screen_;
     Kind kind_;
     std::string name_;
@@ -84,19 +95,21 @@ private:
 };
 
 class Label : public Control {
-public:
-    Label(Screen& s, std::string name, Frame* in = nullptr) : Control(s, Kind::Label, std::move(name), in) {}
+  public:
+    Label(Screen& s, std::string name, Frame* in = nullptr)
+        : Control(s, Kind::Label, std::move(name), in) {}
 };
 
 class CommandButton : public Control {
-public:
+  public:
     CommandButton(Screen& s, std::string name, Frame* in = nullptr)
         : Control(s, Kind::CommandButton, std::move(name), in) {}
 };
 
 class TextBox : public Control {
-public:
-    TextBox(Screen& s, std::string name, Frame* in = nullptr) : Control(s, Kind::TextBox, std::move(name), in) {}
+  public:
+    TextBox(Screen& s, std::string name, Frame* in = nullptr)
+        : Control(s, Kind::TextBox, std::move(name), in) {}
     const std::string& text() const { return caption(); }
     // Setting the text raises Change, as typing does, and leaves nothing selected.
     void setText(const std::string& t);
@@ -105,44 +118,45 @@ public:
     int selLength() const { return selLength_; }
     void selectAll();
 
-private:
+  private:
     int selStart_ = 0;
     int selLength_ = 0;
 };
 
 class Frame : public Control {
-public:
-    Frame(Screen& s, std::string name, Frame* in = nullptr) : Control(s, Kind::Frame, std::move(name), in) {}
+  public:
+    Frame(Screen& s, std::string name, Frame* in = nullptr)
+        : Control(s, Kind::Frame, std::move(name), in) {}
 };
 
 // Option buttons of one container form a group: setting one clears the others.
 // Setting the value to True from code raises Click, as the operator's click does.
 class OptionButton : public Control {
-public:
+  public:
     OptionButton(Screen& s, std::string name, Frame* in = nullptr)
         : Control(s, Kind::OptionButton, std::move(name), in) {}
     bool value() const { return value_; }
     void setValue(bool v);
 
-private:
+  private:
     bool value_ = false;
 };
 
 // A check box's value is 0 (clear), 1 (ticked) or 2 (grey). A change of value
 // raises Click.
 class CheckBox : public Control {
-public:
+  public:
     CheckBox(Screen& s, std::string name, Frame* in = nullptr)
         : Control(s, Kind::CheckBox, std::move(name), in) {}
     int value() const { return value_; }
     void setValue(int v);
 
-private:
+  private:
     int value_ = 0;
 };
 
 class PictureBox : public Control {
-public:
+  public:
     PictureBox(Screen& s, std::string name, Frame* in = nullptr)
         : Control(s, Kind::PictureBox, std::move(name), in) {}
     // The picture is named by its image resource ("scale-serie-w").
@@ -152,7 +166,7 @@ public:
     int height() const { return height_; }
     void setSize(int w, int h);
 
-private:
+  private:
     std::string picture_;
     int width_ = 0;
     int height_ = 0;
@@ -160,7 +174,7 @@ private:
 
 // Min, Max and Value; a Value outside Min..Max is refused with error 380.
 class ProgressBar : public Control {
-public:
+  public:
     ProgressBar(Screen& s, std::string name, Frame* in = nullptr)
         : Control(s, Kind::ProgressBar, std::move(name), in) {}
     Long min() const { return min_; }
@@ -170,7 +184,7 @@ public:
     void setMax(Long v);
     void setValue(Long v);
 
-private:
+  private:
     Long min_ = 0;
     Long max_ = 100;
     Long value_ = 0;
@@ -179,7 +193,7 @@ private:
 // A list of texts with one item data each, and a selected index (-1: none).
 // Selecting an entry from code raises Click, as choosing it does.
 class ComboBox : public Control {
-public:
+  public:
     ComboBox(Screen& s, std::string name, Frame* in = nullptr, Kind kind = Kind::ComboBox)
         : Control(s, kind, std::move(name), in) {}
     void clear();
@@ -195,7 +209,7 @@ public:
     const std::string& text() const { return caption(); }
     void setText(const std::string& t);
 
-private:
+  private:
     struct Item {
         std::string text;
         Long data = 0;
@@ -206,7 +220,7 @@ private:
 
 // Rows of texts under column headers; the first text of a row is its item.
 class ListView : public Control {
-public:
+  public:
     ListView(Screen& s, std::string name, Frame* in = nullptr)
         : Control(s, Kind::ListView, std::move(name), in) {}
     void setColumns(const std::vector<std::string>& headers);
@@ -224,7 +238,7 @@ public:
     int selectedRow() const { return selected_; }
     void setSelectedRow(int row);
 
-private:
+  private:
     std::vector<std::string> columns_;
     std::vector<int> widths_;
     bool fullRowSelect_ = false;
@@ -235,38 +249,38 @@ private:
 // The drive, folder and file lists. Their contents come from the file system
 // through the screen's code; the model keeps what they show.
 class DriveList : public ComboBox {
-public:
+  public:
     DriveList(Screen& s, std::string name, Frame* in = nullptr)
         : ComboBox(s, std::move(name), in, Kind::DriveList) {}
     // The drive, such as "c:"; a change raises Change.
     const std::string& drive() const { return drive_; }
     void setDrive(const std::string& d);
 
-private:
+  private:
     std::string drive_;
 };
 
 class DirList : public ComboBox {
-public:
+  public:
     DirList(Screen& s, std::string name, Frame* in = nullptr)
         : ComboBox(s, std::move(name), in, Kind::DirList) {}
     // The folder, such as "C:\Firmware"; a change raises Change.
     const std::string& path() const { return path_; }
     void setPath(const std::string& p);
 
-private:
+  private:
     std::string path_;
 };
 
 class FileList : public ComboBox {
-public:
+  public:
     FileList(Screen& s, std::string name, Frame* in = nullptr)
         : ComboBox(s, std::move(name), in, Kind::FileList) {}
     const std::string& path() const { return path_; }
     void setPath(const std::string& p);
     const std::string& fileName() const;
 
-private:
+  private:
     std::string path_;
 };
 

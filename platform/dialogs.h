@@ -27,7 +27,7 @@ constexpr int kNo = 7;
 constexpr const char* kAppTitle = "Firmcast";
 
 class Dialogs {
-public:
+  public:
     virtual ~Dialogs() = default;
 
     // Shows a box and returns the button pressed. An empty title is the

@@ -22,7 +22,8 @@ std::string hostPath(const std::string& windowsPath, bool lastMayBeMissing = fal
 // The sub-folders and the files of a Windows folder, sorted case-insensitively.
 // `pattern` is a wild-card pattern such as "*.*" or "*.hex".
 std::vector<std::string> listFolders(const std::string& windowsFolder);
-std::vector<std::string> listFiles(const std::string& windowsFolder, const std::string& pattern = "*.*");
+std::vector<std::string> listFiles(const std::string& windowsFolder,
+                                   const std::string& pattern = "*.*");
 
 // True when `name` matches the wild cards of `pattern` (* and ?), ignoring case;
 // "*.*" matches every name, as on Windows.

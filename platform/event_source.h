@@ -14,7 +14,7 @@ constexpr Micros kNever = std::numeric_limits<Micros>::max();
 constexpr Micros kDueNow = 0;
 
 class EventSource {
-public:
+  public:
     virtual ~EventSource() = default;
 
     // Pump time (microseconds) at which this source next has work; kNever when

@@ -7,21 +7,34 @@
 namespace fc {
 
 void FileTable::open(int number, const std::string& path, Mode mode) {
-    if (number < 1 || number > 511) throw RuntimeError(err::kBadFileNameOrNumber);
-    if (files_.count(number)) throw RuntimeError(err::kFileAlreadyOpen);
-    if (path.empty()) throw RuntimeError(err::kBadFileNameOrNumber);
+    if (number < 1 || number > 511)
+        throw RuntimeError(err::kBadFileNameOrNumber);
+    if (files_.count(number))
+        throw RuntimeError(err::kFileAlreadyOpen);
+    if (path.empty())
+        throw RuntimeError(err::kBadFileNameOrNumber);
     std::error_code ec;
     if (mode == Mode::Input) {
-        if (!std::filesystem::exists(path, ec)) throw RuntimeError(err::kFileNotFound);
-        if (std::filesystem::is_directory(path, ec)) throw RuntimeError(err::kPathFileAccessError);
+        if (!std::filesystem::exists(path, ec))
+            throw RuntimeError(err::kFileNotFound);
+        if (std::filesystem::is_directory(path, ec))
+            throw RuntimeError(err::kPathFileAccessError);
     }
     auto e = std::make_unique<Entry>();
     std::ios::openmode m = std::ios::binary;
     switch (mode) {
-        case Mode::Input: m |= std::ios::in; break;
-        case Mode::Output: m |= std::ios::out | std::ios::trunc; break;
-        case Mode::Append: m |= std::ios::out | std::ios::app; break;
-        case Mode::Binary: m |= std::ios::in | std::ios::out; break;
+        case Mode::Input:
+            m |= std::ios::in;
+            break;
+        case Mode::Output:
+            m |= std::ios::out | std::ios::trunc;
+            break;
+        case Mode::Append:
+            m |= std::ios::out | std::ios::app;
+            break;
+        case Mode::Binary:
+            m |= std::ios::in | std::ios::out;
+            break;
     }
     e->stream.open(path, m);
     if (!e->stream.is_open()) {
@@ -34,21 +47,26 @@ void FileTable::open(int number, const std::string& path, Mode mode) {
 
 FileTable::Entry& FileTable::entry(int number) {
     auto it = files_.find(number);
-    if (it == files_.end()) throw RuntimeError(err::kBadFileNameOrNumber);
+    if (it == files_.end())
+        throw RuntimeError(err::kBadFileNameOrNumber);
     return *it->second;
 }
 
 std::string FileTable::lineInput(int number) {
     Entry& e = entry(number);
-    if (e.mode != Mode::Input) throw RuntimeError(err::kBadFileMode);
+    if (e.mode != Mode::Input)
+        throw RuntimeError(err::kBadFileMode);
     std::istream& in = e.stream;
-    if (in.peek() == std::char_traits<char>::eof()) throw RuntimeError(err::kInputPastEndOfFile);
+    if (in.peek() == std::char_traits<char>::eof())
+        throw RuntimeError(err::kInputPastEndOfFile);
     std::string line;
     for (;;) {
         int c = in.get();
-        if (c == std::char_traits<char>::eof() || c == '\n') break;
+        if (c == std::char_traits<char>::eof() || c == '\n')
+            break;
         if (c == '\r') {
-            if (in.peek() == '\n') in.get();
+            if (in.peek() == '\n')
+                in.get();
             break;
         }
         line.push_back(static_cast<char>(c));
@@ -59,7 +77,8 @@ std::string FileTable::lineInput(int number) {
 
 void FileTable::print(int number, const std::string& text) {
     Entry& e = entry(number);
-    if (e.mode == Mode::Input) throw RuntimeError(err::kBadFileMode);
+    if (e.mode == Mode::Input)
+        throw RuntimeError(err::kBadFileMode);
     e.stream << text << "\r\n";
     e.stream.flush();
 }
@@ -76,9 +95,13 @@ std::int64_t FileTable::lof(int number) {
     return ec ? 0 : static_cast<std::int64_t>(size);
 }
 
-void FileTable::close(int number) { files_.erase(number); }
+void FileTable::close(int number) {
+    files_.erase(number);
+}
 
-void FileTable::closeAll() { files_.clear(); }
+void FileTable::closeAll() {
+    files_.clear();
+}
 
 int FileTable::freeFile() const {
     int n = 1;

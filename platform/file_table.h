@@ -13,7 +13,7 @@
 namespace fc {
 
 class FileTable {
-public:
+  public:
     enum class Mode { Input, Output, Append, Binary };
 
     void open(int number, const std::string& path, Mode mode);
@@ -30,7 +30,7 @@ public:
     // The lowest number not in use (FreeFile).
     int freeFile() const;
 
-private:
+  private:
     struct Entry {
         std::fstream stream;
         std::string path;

@@ -23,12 +23,12 @@ class Control;
 // An operator action that no operator could do: the control is hidden,
 // disabled or missing.
 class OperatorCannot : public std::logic_error {
-public:
+  public:
     explicit OperatorCannot(const std::string& what) : std::logic_error(what) {}
 };
 
 class OperatorScript : public EventSource {
-public:
+  public:
     explicit OperatorScript(Pump& pump);
     ~OperatorScript() override;
 
@@ -37,7 +37,8 @@ public:
     // `ms` after the step before it ran.
     OperatorScript& after(long long ms, std::string what, std::function<void()> act);
     // As soon as `condition` holds (checked whenever the program pumps events).
-    OperatorScript& when(std::function<bool()> condition, std::string what, std::function<void()> act);
+    OperatorScript& when(std::function<bool()> condition, std::string what,
+                         std::function<void()> act);
 
     bool finished() const { return steps_.empty(); }
     // What has been done, in order, with the time of each step.
@@ -46,7 +47,7 @@ public:
     Micros nextDue() const override;
     void runDue(Micros now) override;
 
-private:
+  private:
     struct Step {
         enum class Trigger { At, After, When } trigger;
         Micros time = 0;

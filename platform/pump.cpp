@@ -5,7 +5,8 @@
 namespace fc {
 
 void Pump::add(EventSource& source) {
-    if (!isRegistered(&source)) sources_.push_back(&source);
+    if (!isRegistered(&source))
+        sources_.push_back(&source);
 }
 
 void Pump::remove(EventSource& source) {
@@ -13,10 +14,13 @@ void Pump::remove(EventSource& source) {
 }
 
 void Pump::defer(std::exception_ptr error) {
-    if (!deferred_) deferred_ = error;
+    if (!deferred_)
+        deferred_ = error;
 }
 
-void Pump::doPendingEvents() { runDueSources(nowMicros(), true); }
+void Pump::doPendingEvents() {
+    runDueSources(nowMicros(), true);
+}
 
 bool Pump::isRegistered(const EventSource* source) const {
     return std::find(sources_.begin(), sources_.end(), source) != sources_.end();
@@ -25,15 +29,20 @@ bool Pump::isRegistered(const EventSource* source) const {
 int Pump::runDueSources(Micros now, bool programSide, const std::vector<int>& readyFds) {
     int ran = 0;
     for (EventSource* source : snapshot()) {
-        if (!isRegistered(source)) continue;  // removed by an earlier handler
-        if (!programSide && !source->runsWhileAsleep()) continue;
+        if (!isRegistered(source))
+            continue;  // removed by an earlier handler
+        if (!programSide && !source->runsWhileAsleep())
+            continue;
         // A handler that pumps events must not re-enter itself, as a window
         // timer's handler is not re-entered by its own timer.
-        if (std::find(running_.begin(), running_.end(), source) != running_.end()) continue;
+        if (std::find(running_.begin(), running_.end(), source) != running_.end())
+            continue;
         bool ready = source->nextDue() <= now;
         int fd = source->wakeFd();
-        if (!ready && fd >= 0) ready = std::find(readyFds.begin(), readyFds.end(), fd) != readyFds.end();
-        if (!ready) continue;
+        if (!ready && fd >= 0)
+            ready = std::find(readyFds.begin(), readyFds.end(), fd) != readyFds.end();
+        if (!ready)
+            continue;
         running_.push_back(source);
         try {
             source->runDue(now);
@@ -51,15 +60,18 @@ int Pump::runDueSources(Micros now, bool programSide, const std::vector<int>& re
 Micros Pump::earliestDue(bool worldOnly) const {
     Micros earliest = kNever;
     for (const EventSource* source : sources_) {
-        if (worldOnly && !source->runsWhileAsleep()) continue;
-        if (std::find(running_.begin(), running_.end(), source) != running_.end()) continue;
+        if (worldOnly && !source->runsWhileAsleep())
+            continue;
+        if (std::find(running_.begin(), running_.end(), source) != running_.end())
+            continue;
         earliest = std::min(earliest, source->nextDue());
     }
     return earliest;
 }
 
 void Pump::throwDeferred() {
-    if (!deferred_) return;
+    if (!deferred_)
+        return;
     std::exception_ptr error = deferred_;
     deferred_ = nullptr;
     std::rethrow_exception(error);

@@ -12,7 +12,7 @@
 namespace fc {
 
 class Pump {
-public:
+  public:
     virtual ~Pump() = default;
 
     // Runs everything that is due. When nothing is due it waits for the next
@@ -38,7 +38,7 @@ public:
     // event dispatch); the running doEvents() throws it on return.
     void defer(std::exception_ptr error);
 
-protected:
+  protected:
     // The registered sources, copied so that sources may come and go while
     // others run.
     std::vector<EventSource*> snapshot() const { return sources_; }
@@ -49,7 +49,7 @@ protected:
     Micros earliestDue(bool worldOnly) const;
     void throwDeferred();
 
-private:
+  private:
     std::vector<EventSource*> sources_;
     std::vector<EventSource*> running_;
     std::exception_ptr deferred_;

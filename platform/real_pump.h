@@ -6,7 +6,7 @@
 namespace fc {
 
 class RealPump : public Pump {
-public:
+  public:
     RealPump();
 
     // Runs what is due; when nothing is, blocks in ppoll() on the open lines
@@ -17,12 +17,12 @@ public:
     void sleep(int ms) override;
     Micros nowMicros() const override;
 
-protected:
+  protected:
     // Waits at most `timeout` microseconds for a wake descriptor; returns the
     // ready ones. The GUI pump extends the wait to the toolkit's events.
     virtual std::vector<int> waitForWake(Micros timeout);
 
-private:
+  private:
     Micros origin_;
 };
 

@@ -10,7 +10,8 @@ RecordingDialogs::RecordingDialogs(Pump& pump) : pump_(pump) {}
 int RecordingDialogs::msgBox(const std::string& text, int style, const std::string& title) {
     ShownBox box{text, style, title, pump_.now()};
     boxes_.push_back(box);
-    if (onShown) onShown(box);
+    if (onShown)
+        onShown(box);
     if (!answers_.empty()) {
         int answer = answers_.front();
         answers_.pop_front();

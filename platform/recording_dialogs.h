@@ -21,7 +21,7 @@ struct ShownBox {
 };
 
 class RecordingDialogs : public Dialogs {
-public:
+  public:
     explicit RecordingDialogs(Pump& pump);
 
     int msgBox(const std::string& text, int style, const std::string& title) override;
@@ -38,7 +38,7 @@ public:
     std::vector<std::string> texts() const;
     void clear() { boxes_.clear(); }
 
-private:
+  private:
     Pump& pump_;
     std::vector<ShownBox> boxes_;
     std::deque<int> answers_;

@@ -33,7 +33,7 @@ constexpr int kOdbcFailure = 40002;
 std::string standardDescription(int number);
 
 class RuntimeError : public std::runtime_error {
-public:
+  public:
     RuntimeError(int number, std::string description, std::string source = "Firmcast");
     // An error with its standard description.
     explicit RuntimeError(int number);
@@ -42,7 +42,7 @@ public:
     const std::string& description() const { return description_; }
     const std::string& source() const { return source_; }
 
-private:
+  private:
     int number_;
     std::string description_;
     std::string source_;

@@ -13,7 +13,7 @@ class Control;
 class WindowTimer;
 
 class Screen {
-public:
+  public:
     explicit Screen(std::string name);
     virtual ~Screen() = default;
     Screen(const Screen&) = delete;
@@ -49,10 +49,10 @@ public:
     void enrol(Control& control) { controls_.push_back(&control); }
     void enrol(WindowTimer& timer) { timers_.push_back(&timer); }
 
-protected:
+  protected:
     void changed();
 
-private:
+  private:
     std::string name_;
     std::string caption_;
     int mousePointer_ = 0;

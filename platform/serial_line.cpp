@@ -15,9 +15,10 @@ bool parseLineSettings(const std::string& text, LineSettings& out) {
     std::stringstream in(text);
     std::string field;
     while (std::getline(in, field, ',')) fields.push_back(field);
-    if (fields.size() != 4) return false;
-    static const int speeds[] = {110,   300,   600,   1200,   2400,   4800,  9600,
-                                 14400, 19200, 28800, 38400, 56000, 57600, 115200, 128000, 256000};
+    if (fields.size() != 4)
+        return false;
+    static const int speeds[] = {110,   300,   600,   1200,  2400,  4800,   9600,   14400,
+                                 19200, 28800, 38400, 56000, 57600, 115200, 128000, 256000};
     LineSettings s;
     try {
         s.baud = std::stoi(fields[0]);
@@ -26,12 +27,17 @@ bool parseLineSettings(const std::string& text, LineSettings& out) {
     } catch (...) {
         return false;
     }
-    if (std::find(std::begin(speeds), std::end(speeds), s.baud) == std::end(speeds)) return false;
-    if (fields[1].size() != 1) return false;
+    if (std::find(std::begin(speeds), std::end(speeds), s.baud) == std::end(speeds))
+        return false;
+    if (fields[1].size() != 1)
+        return false;
     s.parity = static_cast<char>(std::toupper(static_cast<unsigned char>(fields[1][0])));
-    if (std::string("NEOMS").find(s.parity) == std::string::npos) return false;
-    if (s.dataBits < 4 || s.dataBits > 8) return false;
-    if (s.stopBits != 1 && s.stopBits != 2) return false;
+    if (std::string("NEOMS").find(s.parity) == std::string::npos)
+        return false;
+    if (s.dataBits < 4 || s.dataBits > 8)
+        return false;
+    if (s.stopBits != 1 && s.stopBits != 2)
+        return false;
     out = s;
     return true;
 }
@@ -40,29 +46,37 @@ SerialLine::SerialLine(Pump& pump, SerialPortOpener& opener) : pump_(pump), open
     parseLineSettings(settings_, parsed_);
 }
 
-SerialLine::~SerialLine() { pump_.remove(*this); }
+SerialLine::~SerialLine() {
+    pump_.remove(*this);
+}
 
 void SerialLine::setCommPort(Integer port) {
-    if (port_) throw RuntimeError(8000, "Operation not valid while the port is opened");
-    if (port < 1 || port > 16) throw RuntimeError(err::kInvalidPortNumber);
+    if (port_)
+        throw RuntimeError(8000, "Operation not valid while the port is opened");
+    if (port < 1 || port > 16)
+        throw RuntimeError(err::kInvalidPortNumber);
     commPort_ = port;
 }
 
 void SerialLine::setSettings(const std::string& settings) {
     LineSettings parsed;
-    if (!parseLineSettings(settings, parsed)) throw RuntimeError(err::kInvalidPropertyValue);
+    if (!parseLineSettings(settings, parsed))
+        throw RuntimeError(err::kInvalidPropertyValue);
     settings_ = settings;
     parsed_ = parsed;
-    if (port_) port_->apply(parsed_);
+    if (port_)
+        port_->apply(parsed_);
 }
 
 void SerialLine::setPortOpen(bool open) {
     if (!open) {
-        if (port_) pump_.remove(*this);
+        if (port_)
+            pump_.remove(*this);
         port_.reset();
         return;
     }
-    if (port_) throw RuntimeError(err::kPortAlreadyOpen);
+    if (port_)
+        throw RuntimeError(err::kPortAlreadyOpen);
     std::unique_ptr<SerialPort> port = opener_.open(commPort_);
     port->apply(parsed_);
     port->setDtr(dtrEnable_);
@@ -72,15 +86,19 @@ void SerialLine::setPortOpen(bool open) {
 
 void SerialLine::setDTREnable(bool on) {
     dtrEnable_ = on;
-    if (port_) port_->setDtr(on);
+    if (port_)
+        port_->setDtr(on);
 }
 
 SerialPort& SerialLine::open_() {
-    if (!port_) throw RuntimeError(err::kPortNotOpen);
+    if (!port_)
+        throw RuntimeError(err::kPortNotOpen);
     return *port_;
 }
 
-void SerialLine::output(const std::string& text) { open_().write(text); }
+void SerialLine::output(const std::string& text) {
+    open_().write(text);
+}
 
 Integer SerialLine::outBufferCount() {
     SerialPort& port = open_();
@@ -95,7 +113,8 @@ Integer SerialLine::inBufferCount() {
 }
 
 void SerialLine::setInBufferCount(Integer count) {
-    if (count != 0) throw RuntimeError(err::kInvalidPropertyValue);
+    if (count != 0)
+        throw RuntimeError(err::kInvalidPropertyValue);
     open_().discardInput();
 }
 
@@ -106,9 +125,12 @@ std::string SerialLine::input() {
 }
 
 void SerialLine::runDue(Micros) {
-    if (port_) port_->service();
+    if (port_)
+        port_->service();
 }
 
-int SerialLine::wakeFd() const { return port_ ? port_->wakeFd() : -1; }
+int SerialLine::wakeFd() const {
+    return port_ ? port_->wakeFd() : -1;
+}
 
 }  // namespace fc

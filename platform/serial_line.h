@@ -15,7 +15,7 @@ namespace fc {
 class Pump;
 
 class SerialLine : public EventSource {
-public:
+  public:
     SerialLine(Pump& pump, SerialPortOpener& opener);
     ~SerialLine() override;
     SerialLine(const SerialLine&) = delete;
@@ -53,7 +53,7 @@ public:
     void runDue(Micros now) override;
     int wakeFd() const override;
 
-private:
+  private:
     SerialPort& open_();
 
     Pump& pump_;

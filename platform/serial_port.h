@@ -24,7 +24,7 @@ struct LineSettings {
 bool parseLineSettings(const std::string& text, LineSettings& out);
 
 class SerialPort {
-public:
+  public:
     virtual ~SerialPort() = default;
 
     // Applies speed and frame format; throws RuntimeError when the device refuses.
@@ -50,7 +50,7 @@ public:
 
 // Opens COM port n (1..). Throws RuntimeError when the port cannot be opened.
 class SerialPortOpener {
-public:
+  public:
     virtual ~SerialPortOpener() = default;
     virtual std::unique_ptr<SerialPort> open(int commPort) = 0;
 };

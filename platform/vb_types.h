@@ -18,6 +18,8 @@ using Flag = Integer;
 constexpr Flag kTrue = -1;
 constexpr Flag kFalse = 0;
 
-inline Flag toFlag(bool b) { return b ? kTrue : kFalse; }
+inline Flag toFlag(bool b) {
+    return b ? kTrue : kFalse;
+}
 
 }  // namespace fc

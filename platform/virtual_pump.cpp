@@ -5,7 +5,8 @@
 namespace fc {
 
 void VirtualPump::doEvents() {
-    if (runDueSources(now_, true) > 0) return;
+    if (runDueSources(now_, true) > 0)
+        return;
     ++idlePasses_;
     Micros next = earliestDue(false);
     if (next == kNever) {
@@ -17,7 +18,8 @@ void VirtualPump::doEvents() {
 }
 
 void VirtualPump::sleep(int ms) {
-    if (ms > 0) advanceTo(now_ + Micros(ms) * 1000);
+    if (ms > 0)
+        advanceTo(now_ + Micros(ms) * 1000);
 }
 
 void VirtualPump::advanceTo(Micros when) {
@@ -25,9 +27,11 @@ void VirtualPump::advanceTo(Micros when) {
     // answers at the moment it would, even while the program sleeps.
     for (;;) {
         Micros next = earliestDue(true);
-        if (next > when) break;
+        if (next > when)
+            break;
         now_ = std::max(now_, next);
-        if (runDueSources(now_, false) == 0) break;  // a source that is due but does nothing
+        if (runDueSources(now_, false) == 0)
+            break;  // a source that is due but does nothing
     }
     now_ = std::max(now_, when);
 }

@@ -12,12 +12,12 @@ namespace fc {
 // Raised when the program waits and nothing at all is scheduled to happen: no
 // timer, no device answer, no operator action. The wait could never end.
 class WaitNeverEnds : public std::logic_error {
-public:
+  public:
     explicit WaitNeverEnds(const std::string& what) : std::logic_error(what) {}
 };
 
 class VirtualPump : public Pump {
-public:
+  public:
     // Runs what is due now; when nothing is, moves the clock to the next
     // scheduled event, but by at most 1 ms, as a real pump blocks at most 1 ms.
     void doEvents() override;
@@ -34,7 +34,7 @@ public:
     // How many doEvents calls found nothing due; a measure of idle spinning.
     long idlePasses() const { return idlePasses_; }
 
-private:
+  private:
     Micros now_ = 0;
     long idlePasses_ = 0;
 };

@@ -12,7 +12,7 @@ namespace fc {
 class Pump;
 
 class WindowTimer : public EventSource {
-public:
+  public:
     static constexpr int kMaxInterval = 65535;
 
     WindowTimer(Pump& pump, std::string name);
@@ -34,7 +34,7 @@ public:
     Micros nextDue() const override;
     void runDue(Micros now) override;
 
-private:
+  private:
     Pump& pump_;
     std::string name_;
     int interval_ = 0;

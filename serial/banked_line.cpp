@@ -13,12 +13,15 @@ namespace fc {
 
 namespace {
 
-std::string one(char c) { return std::string(1, c); }
+std::string one(char c) {
+    return std::string(1, c);
+}
 
 // Waits for any answer; on a time-out reports False, else reads the answer.
 bool waitForAnswer(LinePanel& panel, int timeoutMs, std::string& answer) {
     SerialPanel& s = panel.serial;
-    if (!espera_respuesta(s, timeoutMs, al_menos(s, 1))) return false;
+    if (!espera_respuesta(s, timeoutMs, al_menos(s, 1)))
+        return false;
     answer = s.Linea.input();
     return true;
 }
@@ -60,14 +63,16 @@ Flag refusedMidLoad(LinePanel& panel, const std::string& message) {
 Integer captionValue(const Label& label) {
     Integer value = 0;
     for (char c : label.caption()) {
-        if (c < '0' || c > '9') break;
+        if (c < '0' || c > '9')
+            break;
         value = static_cast<Integer>(value * 10 + (c - '0'));
     }
     return value;
 }
 
 int digitValue(char c) {
-    if (c < '0' || c > '9') throw RuntimeError(err::kTypeMismatch);
+    if (c < '0' || c > '9')
+        throw RuntimeError(err::kTypeMismatch);
     return c - '0';
 }
 
@@ -77,26 +82,31 @@ Integer bancoDeLinea(const std::string& linea) {
     char high = linea.size() >= 6 ? linea[5] : ' ';
     char low = linea.size() >= 7 ? linea[6] : ' ';
     Integer bank = static_cast<Integer>((digitValue(high) & 15) * 2);
-    if (low < '0' || low > '7') bank += 1;
+    if (low < '0' || low > '7')
+        bank += 1;
     return bank;
 }
 
 Flag testk1(LinePanel& panel) {
     SerialPanel& s = panel.serial;
-    if (!s.Linea.portOpen()) panel.lanza_linea();
+    if (!s.Linea.portOpen())
+        panel.lanza_linea();
     s.Linea.input();
     s.Linea.output(one(banked::kProbe));
     s.timerout.setEnabled(false);
     std::string answer;
-    if (!waitForAnswer(panel, 1000, answer)) return kFalse;
+    if (!waitForAnswer(panel, 1000, answer))
+        return kFalse;
     return toFlag(!answer.empty() && answer[0] == banked::kProbe);
 }
 
 Flag EnviaLineaBanco(LinePanel& panel) {
     sendLine(panel);
     std::string answer;
-    if (!waitForAnswer(panel, 5000, answer)) timedOutMidLoad(panel, "La balanza, no respondio al mensaje");
-    if (answer != one(banked::kLineTaken)) return refusedMidLoad(panel, "La balanza no ha respondido a la l\xC3\xADnea");
+    if (!waitForAnswer(panel, 5000, answer))
+        timedOutMidLoad(panel, "La balanza, no respondio al mensaje");
+    if (answer != one(banked::kLineTaken))
+        return refusedMidLoad(panel, "La balanza no ha respondido a la l\xC3\xADnea");
     return kTrue;
 }
 
@@ -139,7 +149,8 @@ Flag bankedFirstLine(LinePanel& panel) {
     if (!waitForAnswer(panel, 5000, answer)) {
         return failStep(panel, "The scale answer to the first line it was not O.K.");
     }
-    if (answer != one(banked::kFirstLineTaken)) return failStep(panel, "THe scale do not accept the first line");
+    if (answer != one(banked::kFirstLineTaken))
+        return failStep(panel, "THe scale do not accept the first line");
     panel.Texto.setCaption("Please Wait, erasing FLASH ROM");
     s.Linea.input();
     s.Linea.output(one(banked::kErase));
@@ -160,7 +171,8 @@ LoopOutcome bankedLoop(LinePanel& panel) {
         panel.inicio_linea = panel.linea_fichero.substr(0, 3);
         if (panel.files.eof(panel.fileNumber)) {
             if (panel.inicio_linea == "S80" || panel.inicio_linea == "S90") {
-                if (!FinFirmcast(panel)) return LoopOutcome::EndOfPass;
+                if (!FinFirmcast(panel))
+                    return LoopOutcome::EndOfPass;
                 panel.paradibu();
                 return LoopOutcome::Success;
             }
@@ -172,12 +184,14 @@ LoopOutcome bankedLoop(LinePanel& panel) {
         }
         Integer bank = bancoDeLinea(panel.linea_fichero);
         if (bank != (captionValue(panel.Banco_actual) & 15)) {
-            if (!GrabaBanco(panel)) return LoopOutcome::EndOfPass;
+            if (!GrabaBanco(panel))
+                return LoopOutcome::EndOfPass;
         }
         panel.Banco_actual.setCaption(std::to_string(bank));
         panel.Texto.setCaption("Line message: " + panel.linea_fichero);
         panel.Barra.setValue(panel.Barra.value() + static_cast<Long>(panel.linea_fichero.size()));
-        if (!EnviaLineaBanco(panel)) return LoopOutcome::EndOfPass;
+        if (!EnviaLineaBanco(panel))
+            return LoopOutcome::EndOfPass;
         // Once between lines, without waiting: the window stays alive and
         // the next line goes out at once.
         s.pump.doPendingEvents();

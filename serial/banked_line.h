@@ -11,9 +11,9 @@
 namespace fc {
 
 namespace banked {
-constexpr char kProbe = 0x15;            // both ways: are you there / here I am
-constexpr char kFirstLineTaken = 0x17;   // from the device
-constexpr char kErase = 0x17;            // to the device
+constexpr char kProbe = 0x15;           // both ways: are you there / here I am
+constexpr char kFirstLineTaken = 0x17;  // from the device
+constexpr char kErase = 0x17;           // to the device
 constexpr char kErased = 0x1A;
 constexpr char kLineTaken = 0x19;
 constexpr char kRecordBank = 0x05;

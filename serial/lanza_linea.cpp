@@ -38,7 +38,8 @@ void reportPortError(SerialPanel& panel, Integer puerto_com) {
 
 }  // namespace
 
-Flag lanza_linea(SerialPanel& panel, Integer puerto_com, LineFamily family, Integer& paso_asistente) {
+Flag lanza_linea(SerialPanel& panel, Integer puerto_com, LineFamily family,
+                 Integer& paso_asistente) {
     try {
         std::string speed = chosenSpeed(panel.cmbvelocidades);
         panel.Linea.setCommPort(puerto_com);

@@ -10,6 +10,7 @@ namespace fc {
 // frame format from the model's family, and opens COM `puerto_com`. On any
 // failure it says "Error at port COMn", closes the line, puts the wizard back
 // on the communication step (`paso_asistente` = 1) and returns False.
-Flag lanza_linea(SerialPanel& panel, Integer puerto_com, LineFamily family, Integer& paso_asistente);
+Flag lanza_linea(SerialPanel& panel, Integer puerto_com, LineFamily family,
+                 Integer& paso_asistente);
 
 }  // namespace fc

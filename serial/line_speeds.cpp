@@ -5,7 +5,8 @@
 namespace fc {
 
 namespace {
-const char* const kSpeeds[] = {"115200", "57600", "38400", "28800", "19200", "14400", "9600", "2400", "1200"};
+const char* const kSpeeds[] = {"115200", "57600", "38400", "28800", "19200",
+                               "14400",  "9600",  "2400",  "1200"};
 }
 
 void CargaComboVelocidades(ComboBox& cmbvelocidades) {
@@ -17,7 +18,8 @@ void CargaComboVelocidades(ComboBox& cmbvelocidades) {
 }
 
 std::string speedForItemData(long itemData) {
-    if (itemData >= 0 && itemData <= 5) return kSpeeds[itemData];
+    if (itemData >= 0 && itemData <= 5)
+        return kSpeeds[itemData];
     return "9600";
 }
 

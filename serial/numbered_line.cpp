@@ -38,7 +38,8 @@ void sendAndWaitForTwo(LinePanel& panel, const std::string& text, int interval, 
     s.timerout.setEnabled(false);
     s.timerout.setInterval(interval);
     s.Linea.setInBufferCount(0);
-    if (resetFlag) s.tiempo_agotado = kFalse;
+    if (resetFlag)
+        s.tiempo_agotado = kFalse;
     s.timerout.setEnabled(true);
     while (s.Linea.inBufferCount() != 2 && s.tiempo_agotado == kFalse) s.pump.doEvents();
     s.timerout.setEnabled(false);
@@ -55,7 +56,8 @@ Flag failConnect(LinePanel& panel, const std::string& message) {
 
 std::string cabeceraNumerada(Long numero) {
     std::string digits = upperHex(static_cast<unsigned long>(numero));
-    if (digits.size() < 4) digits = std::string(4 - digits.size(), '0') + digits;
+    if (digits.size() < 4)
+        digits = std::string(4 - digits.size(), '0') + digits;
     return "H" + digits;
 }
 
@@ -78,38 +80,47 @@ Flag EnviaLineaNumerada(LinePanel& panel) {
         if (answer.empty()) {
             panel.paradibu();
             // Silence after the end command: the scale wants no address.
-            if (isEndCommand(panel)) return kTrue;
+            if (isEndCommand(panel))
+                return kTrue;
             s.dialogs.msgBox("The scale does not answer");
             panel.acaba();
             return kFalse;
         }
         const char code = answer[0];
-        if (code != numbered::kAck && code != numbered::kRefused && code != numbered::kAckWantsMac) {
+        if (code != numbered::kAck && code != numbered::kRefused &&
+            code != numbered::kAckWantsMac) {
             panel.paradibu();
-            s.dialogs.msgBox("The scale gives a bad answer = " + upperHex(static_cast<unsigned char>(code)));
+            s.dialogs.msgBox("The scale gives a bad answer = " +
+                             upperHex(static_cast<unsigned char>(code)));
             panel.Tiempo1.setEnabled(true);
             return kFalse;
         }
         if (code == numbered::kRefused) {
-            if (tries < numbered::kMaxResends) continue;
+            if (tries < numbered::kMaxResends)
+                continue;
             panel.paradibu();
             s.dialogs.msgBox("The scale does not accept the line");
             panel.acaba();
             return kFalse;
         }
-        if (isEndCommand(panel)) panel.pide_mac = toFlag(code == numbered::kAckWantsMac);
+        if (isEndCommand(panel))
+            panel.pide_mac = toFlag(code == numbered::kAckWantsMac);
         return kTrue;
     }
 }
 
 Flag numberedConnect(LinePanel& panel) {
     SerialPanel& s = panel.serial;
-    if (!s.Linea.portOpen()) s.Linea.setPortOpen(true);
+    if (!s.Linea.portOpen())
+        s.Linea.setPortOpen(true);
     const bool longWait = panel.es_serie_w || panel.es_tr8200;
-    sendAndWaitForTwo(panel, numbered::kHandshake, longWait ? numbered::kLongestWait : 10000, false);
-    if (s.tiempo_agotado) return failConnect(panel, "No answer from scale, check the cable or scale");
+    sendAndWaitForTwo(panel, numbered::kHandshake, longWait ? numbered::kLongestWait : 10000,
+                      false);
+    if (s.tiempo_agotado)
+        return failConnect(panel, "No answer from scale, check the cable or scale");
     if (s.Linea.input().substr(0, 1) != std::string(1, numbered::kAck)) {
-        return failConnect(panel, "The answer from the scale is not valid, please check the scale version");
+        return failConnect(
+            panel, "The answer from the scale is not valid, please check the scale version");
     }
     return kTrue;
 }
@@ -117,7 +128,8 @@ Flag numberedConnect(LinePanel& panel) {
 Flag numberedFirstLine(LinePanel& panel) {
     SerialPanel& s = panel.serial;
     sendAndWaitForTwo(panel, "H0001" + panel.linea_fichero, numbered::kLongestWait, true);
-    if (s.tiempo_agotado) return failConnect(panel, "The scale is not answering to the first line");
+    if (s.tiempo_agotado)
+        return failConnect(panel, "The scale is not answering to the first line");
     if (s.Linea.input().substr(0, 1) != std::string(1, numbered::kAck)) {
         return failConnect(panel, "The scale gives a bad answer to the first line");
     }
@@ -130,7 +142,8 @@ LoopOutcome numberedLoop(LinePanel& panel) {
     for (;;) {
         panel.numero_linea += 1;
         panel.linea_fichero = panel.files.lineInput(panel.fileNumber);
-        panel.inicio_linea = panel.linea_fichero.size() >= 9 ? panel.linea_fichero.substr(8, 1) : "";
+        panel.inicio_linea =
+            panel.linea_fichero.size() >= 9 ? panel.linea_fichero.substr(8, 1) : "";
         if (panel.files.eof(panel.fileNumber)) {
             if (panel.inicio_linea == "1") {
                 panel.linea_ok = EnviaLineaNumerada(panel);
@@ -140,7 +153,8 @@ LoopOutcome numberedLoop(LinePanel& panel) {
             panel.paradibu();
             s.dialogs.msgBox("The end of file is not valid");
             panel.Tiempo1.setEnabled(true);
-            if (!panel.linea_ok) s.dialogs.msgBox("Error Sending Error", mb::kCritical, kAppTitle);
+            if (!panel.linea_ok)
+                s.dialogs.msgBox("Error Sending Error", mb::kCritical, kAppTitle);
             return LoopOutcome::Abandon;
         }
         panel.Banco_actual.setCaption(std::to_string(panel.numero_linea));

@@ -26,17 +26,21 @@ void BankedDevice::onReceive(Byte byte) {
 void BankedDevice::frameComplete(const std::string& text) {
     long index = static_cast<long>(frames_.size());
     frames_.push_back(Frame{index, text, now()});
-    if (faults.closeAt == index) faults.closed = true;
-    if (faults.closed || faults.silentAt.count(index)) return;
+    if (faults.closeAt == index)
+        faults.closed = true;
+    if (faults.closed || faults.silentAt.count(index))
+        return;
     Micros delay = config_.lineTime;
     std::string answer = normalAnswer(text, delay);
     auto wrong = faults.wrongByteAt.find(index);
-    if (wrong != faults.wrongByteAt.end()) answer = std::string(1, wrong->second);
+    if (wrong != faults.wrongByteAt.end())
+        answer = std::string(1, wrong->second);
     after(delay, [this, answer] { send(answer); });
 }
 
 std::string BankedDevice::normalAnswer(const std::string& text, Micros& delay) {
-    if (text == "\x15") return "\x15";
+    if (text == "\x15")
+        return "\x15";
     if (text == "\x17") {
         erased_ = true;
         delay += config_.eraseTime;
@@ -50,7 +54,8 @@ std::string BankedDevice::normalAnswer(const std::string& text, Micros& delay) {
     }
     if (text == "\x07") {
         // The end of the load records what is gathered too.
-        if (linesInBank_ > 0) banks_.push_back(linesInBank_);
+        if (linesInBank_ > 0)
+            banks_.push_back(linesInBank_);
         linesInBank_ = 0;
         ended_ = true;
         return "\x1C";

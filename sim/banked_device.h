@@ -14,7 +14,7 @@
 namespace fc {
 
 class BankedDevice : public SerialDevice {
-public:
+  public:
     struct Config {
         LineSettings settings{57600, 'N', 8, 1};
         Micros eraseTime = 5'000'000;
@@ -41,7 +41,7 @@ public:
     bool erased() const { return erased_; }
     bool ended() const { return ended_; }
 
-private:
+  private:
     void frameComplete(const std::string& text);
     std::string normalAnswer(const std::string& text, Micros& delay);
 

@@ -7,28 +7,35 @@ namespace fc {
 namespace {
 
 int hexValue(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= '0' && c <= '9')
+        return c - '0';
     c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
     return -1;
 }
 
 int byteAt(const std::string& text, size_t pos) {
-    if (pos + 2 > text.size()) return -1;
+    if (pos + 2 > text.size())
+        return -1;
     int high = hexValue(text[pos]), low = hexValue(text[pos + 1]);
     return (high < 0 || low < 0) ? -1 : high * 16 + low;
 }
 
-int recordType(const std::string& record) { return record.size() >= 9 ? byteAt(record, 7) : -1; }
+int recordType(const std::string& record) {
+    return record.size() >= 9 ? byteAt(record, 7) : -1;
+}
 
 }  // namespace
 
 bool recordChecksumIsRight(const std::string& record) {
-    if (record.size() < 11 || record[0] != ':' || record.size() % 2 == 0) return false;
+    if (record.size() < 11 || record[0] != ':' || record.size() % 2 == 0)
+        return false;
     int sum = 0;
     for (size_t pos = 1; pos + 1 < record.size(); pos += 2) {
         int value = byteAt(record, pos);
-        if (value < 0) return false;
+        if (value < 0)
+            return false;
         sum += value;
     }
     return (sum & 0xFF) == 0;
@@ -36,7 +43,8 @@ bool recordChecksumIsRight(const std::string& record) {
 
 NumberedScale::NumberedScale() : NumberedScale(Config{}) {}
 
-NumberedScale::NumberedScale(const Config& config) : SerialDevice(config.settings), config_(config) {}
+NumberedScale::NumberedScale(const Config& config)
+    : SerialDevice(config.settings), config_(config) {}
 
 void NumberedScale::onReceive(Byte byte) {
     char c = static_cast<char>(byte);
@@ -79,18 +87,23 @@ void NumberedScale::frameComplete() {
 }
 
 void NumberedScale::answer(const Frame& frame) {
-    if (faults.closeAt == frame.number) faults.closed = true;
-    if (faults.closed || faults.silentAt.count(frame.number)) return;
+    if (faults.closeAt == frame.number)
+        faults.closed = true;
+    if (faults.closed || faults.silentAt.count(frame.number))
+        return;
     auto wrong = faults.wrongByteAt.find(frame.number);
-    if (wrong != faults.wrongByteAt.end()) return reply(frame.number, std::string(1, wrong->second) + "\r", config_.lineTime);
+    if (wrong != faults.wrongByteAt.end())
+        return reply(frame.number, std::string(1, wrong->second) + "\r", config_.lineTime);
     auto refusal = faults.refusals.find(frame.number);
     if (refusal != faults.refusals.end() && refusal->second > 0) {
         --refusal->second;
         return reply(frame.number, "\x15", config_.lineTime);
     }
-    if (!recordChecksumIsRight(frame.record)) return reply(frame.number, "\x15", config_.lineTime);
+    if (!recordChecksumIsRight(frame.record))
+        return reply(frame.number, "\x15", config_.lineTime);
     std::string bytes = normalAnswer(frame);
-    if (bytes.empty()) return;
+    if (bytes.empty())
+        return;
     Micros delay = config_.lineTime;
     if (frame.number == 1 && !erased_) {
         erased_ = true;
@@ -103,18 +116,25 @@ void NumberedScale::answer(const Frame& frame) {
 std::string NumberedScale::normalAnswer(const Frame& frame) {
     int type = recordType(frame.record);
     const std::string ack2 = "\x06\r";
-    if (frame.number == 1) return ack2;  // the first line, after the erase
+    if (frame.number == 1)
+        return ack2;  // the first line, after the erase
     switch (type) {
         case 0x00:
             flashed_.emplace_back(byteAt(frame.record, 3) * 256 + byteAt(frame.record, 5),
                                   frame.record.substr(9, frame.record.size() - 11));
             return "\x06";
-        case 0x01: endOfFileSeen_ = true; return ack2;
+        case 0x01:
+            endOfFileSeen_ = true;
+            return ack2;
         case 0x67:
-            if (config_.wantsMac) return "\x02\r";
+            if (config_.wantsMac)
+                return "\x02\r";
             return config_.answersEndCommand ? ack2 : "";
-        case 0x68: mac_ = frame.record.substr(9, 12); return ack2;
-        default: return ack2;
+        case 0x68:
+            mac_ = frame.record.substr(9, 12);
+            return ack2;
+        default:
+            return ack2;
     }
 }
 

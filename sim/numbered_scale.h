@@ -14,13 +14,13 @@
 namespace fc {
 
 class NumberedScale : public SerialDevice {
-public:
+  public:
     struct Config {
         LineSettings settings{57600, 'E', 7, 1};
-        Micros eraseTime = 8'000'000;  // the flash erase, on frame 1
-        Micros lineTime = 1'000;       // writing one record
-        bool wantsMac = false;         // answers the end command with 0x02
-        bool answersEndCommand = true; // else silence after the end command
+        Micros eraseTime = 8'000'000;   // the flash erase, on frame 1
+        Micros lineTime = 1'000;        // writing one record
+        bool wantsMac = false;          // answers the end command with 0x02
+        bool answersEndCommand = true;  // else silence after the end command
     };
     struct Frame {
         long number;
@@ -45,7 +45,7 @@ public:
     bool erased() const { return erased_; }
     bool endOfFileSeen() const { return endOfFileSeen_; }
 
-private:
+  private:
     void frameComplete();
     void answer(const Frame& frame);
     void reply(long number, const std::string& bytes, Micros delay);

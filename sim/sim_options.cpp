@@ -19,7 +19,8 @@ bool number(const char* text, long long& out) {
 // "N:X" into two numbers.
 bool pair(const char* text, long long& first, long long& second) {
     const char* colon = std::strchr(text, ':');
-    if (!colon) return false;
+    if (!colon)
+        return false;
     std::string head(text, colon);
     return number(head.c_str(), first) && number(colon + 1, second);
 }
@@ -119,7 +120,8 @@ size_t logNewFrames(const SerialDevice& device, size_t alreadyLogged, std::ostre
     if (auto* scale = dynamic_cast<const NumberedScale*>(&device)) {
         const auto& frames = scale->frames();
         for (size_t i = alreadyLogged; i < frames.size(); ++i) {
-            out << frames[i].at / 1000 << " ms H" << frames[i].number << " " << frames[i].record << "\n";
+            out << frames[i].at / 1000 << " ms H" << frames[i].number << " " << frames[i].record
+                << "\n";
         }
         out.flush();
         return frames.size();
@@ -127,7 +129,8 @@ size_t logNewFrames(const SerialDevice& device, size_t alreadyLogged, std::ostre
     if (auto* banked = dynamic_cast<const BankedDevice*>(&device)) {
         const auto& frames = banked->frames();
         for (size_t i = alreadyLogged; i < frames.size(); ++i) {
-            out << frames[i].at / 1000 << " ms #" << frames[i].index << " " << printable(frames[i].text) << "\n";
+            out << frames[i].at / 1000 << " ms #" << frames[i].index << " "
+                << printable(frames[i].text) << "\n";
         }
         out.flush();
         return frames.size();

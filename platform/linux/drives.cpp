@@ -22,7 +22,8 @@ std::string driveRoot(char letter) {
     char l = static_cast<char>(std::toupper(static_cast<unsigned char>(letter)));
     std::string name = "FIRMCAST_DRIVE_";
     name.push_back(l);
-    if (hasEnvironmentVariable(name) || l != 'C') return environmentVariable(name);
+    if (hasEnvironmentVariable(name) || l != 'C')
+        return environmentVariable(name);
     return std::string(1, '/');
 }
 
@@ -31,24 +32,28 @@ std::vector<std::string> components(const std::string& rest) {
     std::string part;
     for (char c : rest) {
         if (c == '\\' || c == '/') {
-            if (!part.empty()) parts.push_back(part);
+            if (!part.empty())
+                parts.push_back(part);
             part.clear();
         } else {
             part.push_back(c);
         }
     }
-    if (!part.empty()) parts.push_back(part);
+    if (!part.empty())
+        parts.push_back(part);
     return parts;
 }
 
 // The entry of `folder` named `name`, exactly or else ignoring case.
 std::string findEntry(const fs::path& folder, const std::string& name) {
     std::error_code ec;
-    if (fs::exists(folder / name, ec)) return name;
+    if (fs::exists(folder / name, ec))
+        return name;
     std::string wanted = lower(name);
     for (const auto& entry : fs::directory_iterator(folder, ec)) {
         std::string candidate = entry.path().filename().string();
-        if (lower(candidate) == wanted) return candidate;
+        if (lower(candidate) == wanted)
+            return candidate;
     }
     return "";
 }
@@ -58,11 +63,15 @@ std::vector<std::string> listEntries(const std::string& windowsFolder, Keep keep
     std::vector<std::string> names;
     std::string folder = hostPath(windowsFolder);
     std::error_code ec;
-    if (folder.empty() || !fs::is_directory(folder, ec)) return names;
-    for (const auto& entry : fs::directory_iterator(folder, fs::directory_options::skip_permission_denied, ec)) {
-        if (keep(entry)) names.push_back(entry.path().filename().string());
+    if (folder.empty() || !fs::is_directory(folder, ec))
+        return names;
+    for (const auto& entry :
+         fs::directory_iterator(folder, fs::directory_options::skip_permission_denied, ec)) {
+        if (keep(entry))
+            names.push_back(entry.path().filename().string());
     }
-    std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) { return lower(a) < lower(b); });
+    std::sort(names.begin(), names.end(),
+              [](const std::string& a, const std::string& b) { return lower(a) < lower(b); });
     return names;
 }
 
@@ -71,7 +80,8 @@ std::vector<std::string> listEntries(const std::string& windowsFolder, Keep keep
 std::vector<char> existingDrives() {
     std::vector<char> drives;
     for (char l = 'a'; l <= 'z'; ++l) {
-        if (driveExists(l)) drives.push_back(l);
+        if (driveExists(l))
+            drives.push_back(l);
     }
     return drives;
 }
@@ -83,16 +93,19 @@ bool driveExists(char letter) {
 }
 
 std::string hostPath(const std::string& windowsPath, bool lastMayBeMissing) {
-    if (windowsPath.size() < 2 || windowsPath[1] != ':' || !std::isalpha(static_cast<unsigned char>(windowsPath[0]))) {
+    if (windowsPath.size() < 2 || windowsPath[1] != ':' ||
+        !std::isalpha(static_cast<unsigned char>(windowsPath[0]))) {
         return "";
     }
-    if (!driveExists(windowsPath[0])) return "";
+    if (!driveExists(windowsPath[0]))
+        return "";
     fs::path path = driveRoot(windowsPath[0]);
     std::vector<std::string> parts = components(windowsPath.substr(2));
     for (size_t i = 0; i < parts.size(); ++i) {
         std::string found = findEntry(path, parts[i]);
         if (found.empty()) {
-            if (lastMayBeMissing && i + 1 == parts.size()) return (path / parts[i]).string();
+            if (lastMayBeMissing && i + 1 == parts.size())
+                return (path / parts[i]).string();
             return "";
         }
         path /= found;
@@ -115,7 +128,8 @@ std::vector<std::string> listFiles(const std::string& windowsFolder, const std::
 }
 
 bool wildcardMatch(const std::string& pattern, const std::string& name) {
-    if (pattern == "*.*") return true;
+    if (pattern == "*.*")
+        return true;
     std::string p = lower(pattern), n = lower(name);
     // Classic two-pointer match with backtracking on the last star.
     size_t pi = 0, ni = 0, star = std::string::npos, mark = 0;
@@ -138,12 +152,14 @@ bool wildcardMatch(const std::string& pattern, const std::string& name) {
 }
 
 std::string normaliseWindowsPath(const std::string& path) {
-    if (path.size() < 2 || path[1] != ':') return path;
+    if (path.size() < 2 || path[1] != ':')
+        return path;
     std::string out(1, static_cast<char>(std::toupper(static_cast<unsigned char>(path[0]))));
     out += ":\\";
     std::vector<std::string> parts = components(path.substr(2));
     for (size_t i = 0; i < parts.size(); ++i) {
-        if (i) out += "\\";
+        if (i)
+            out += "\\";
         out += parts[i];
     }
     return out;

@@ -9,6 +9,8 @@ std::string environmentVariable(const std::string& name) {
     return value ? value : "";
 }
 
-bool hasEnvironmentVariable(const std::string& name) { return std::getenv(name.c_str()) != nullptr; }
+bool hasEnvironmentVariable(const std::string& name) {
+    return std::getenv(name.c_str()) != nullptr;
+}
 
 }  // namespace fc

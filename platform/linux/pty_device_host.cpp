@@ -17,15 +17,24 @@ namespace {
 
 int baudOf(speed_t speed) {
     switch (speed) {
-        case B1200: return 1200;
-        case B2400: return 2400;
-        case B4800: return 4800;
-        case B9600: return 9600;
-        case B19200: return 19200;
-        case B38400: return 38400;
-        case B57600: return 57600;
-        case B115200: return 115200;
-        default: return 0;  // a speed set by other means (14400, 28800): not checked
+        case B1200:
+            return 1200;
+        case B2400:
+            return 2400;
+        case B4800:
+            return 4800;
+        case B9600:
+            return 9600;
+        case B19200:
+            return 19200;
+        case B38400:
+            return 38400;
+        case B57600:
+            return 57600;
+        case B115200:
+            return 115200;
+        default:
+            return 0;  // a speed set by other means (14400, 28800): not checked
     }
 }
 
@@ -44,27 +53,35 @@ PtyDeviceHost::PtyDeviceHost(Pump& pump, SerialDevice& device) : pump_(pump), de
         tcsetattr(master_, TCSANOW, &raw);
     }
     keepOpen_ = open(ttyPath_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
-    if (device.link()) device.link()->detachDevice();
+    if (device.link())
+        device.link()->detachDevice();
     device.plugInto(this);
     pump_.add(*this);
 }
 
 PtyDeviceHost::~PtyDeviceHost() {
     pump_.remove(*this);
-    if (device_) device_->plugInto(nullptr);
-    if (keepOpen_ >= 0) close(keepOpen_);
-    if (master_ >= 0) close(master_);
+    if (device_)
+        device_->plugInto(nullptr);
+    if (keepOpen_ >= 0)
+        close(keepOpen_);
+    if (master_ >= 0)
+        close(master_);
 }
 
 void PtyDeviceHost::detachDevice() {
-    if (device_) device_->plugInto(nullptr);
+    if (device_)
+        device_->plugInto(nullptr);
     device_ = nullptr;
 }
 
-Micros PtyDeviceHost::now() const { return pump_.nowMicros(); }
+Micros PtyDeviceHost::now() const {
+    return pump_.nowMicros();
+}
 
 void PtyDeviceHost::deviceSend(const std::string& bytes) {
-    if (hungUp_ || master_ < 0) return;
+    if (hungUp_ || master_ < 0)
+        return;
     size_t done = 0;
     while (done < bytes.size()) {
         ssize_t n = write(master_, bytes.data() + done, bytes.size() - done);
@@ -77,10 +94,13 @@ void PtyDeviceHost::deviceSend(const std::string& bytes) {
 }
 
 void PtyDeviceHost::deviceAfter(Micros delay, std::function<void()> action) {
-    actions_.emplace(now() + static_cast<Micros>(static_cast<double>(delay) * slowFactor_), std::move(action));
+    actions_.emplace(now() + static_cast<Micros>(static_cast<double>(delay) * slowFactor_),
+                     std::move(action));
 }
 
-Micros PtyDeviceHost::nextDue() const { return actions_.empty() ? kNever : actions_.begin()->first; }
+Micros PtyDeviceHost::nextDue() const {
+    return actions_.empty() ? kNever : actions_.begin()->first;
+}
 
 void PtyDeviceHost::runDue(Micros now) {
     readFromProgram();
@@ -99,7 +119,8 @@ void PtyDeviceHost::runDueActions(Micros now) {
 // speed cannot be read, and is lost.
 bool PtyDeviceHost::programSettingsMatch() const {
     termios t{};
-    if (!device_ || tcgetattr(master_, &t) != 0) return true;
+    if (!device_ || tcgetattr(master_, &t) != 0)
+        return true;
     const LineSettings& mine = device_->settings();
     // A pty keeps the speed it is given but always 8 bits without parity,
     // so only the speed can tell a wrong frame apart.
@@ -111,9 +132,12 @@ void PtyDeviceHost::readFromProgram() {
     char buffer[4096];
     for (;;) {
         ssize_t n = read(master_, buffer, sizeof buffer);
-        if (n <= 0) return;
-        if (hungUp_ || !device_ || !programSettingsMatch()) continue;
-        int mask = device_->settings().dataBits >= 8 ? 0xFF : (1 << device_->settings().dataBits) - 1;
+        if (n <= 0)
+            return;
+        if (hungUp_ || !device_ || !programSettingsMatch())
+            continue;
+        int mask =
+            device_->settings().dataBits >= 8 ? 0xFF : (1 << device_->settings().dataBits) - 1;
         for (ssize_t i = 0; i < n && device_; ++i) {
             device_->onReceive(static_cast<Byte>(static_cast<unsigned char>(buffer[i]) & mask));
         }

@@ -24,7 +24,7 @@ class Pump;
 class SerialDevice;
 
 class PtyDeviceHost : public EventSource, public DeviceLink {
-public:
+  public:
     // Opens a new pty pair and plugs `device` into its master side. Throws
     // std::runtime_error when no pty can be had.
     PtyDeviceHost(Pump& pump, SerialDevice& device);
@@ -51,7 +51,7 @@ public:
     int wakeFd() const override { return master_; }
     bool runsWhileAsleep() const override { return true; }
 
-private:
+  private:
     bool programSettingsMatch() const;
     void readFromProgram();
     void runDueActions(Micros now);

@@ -17,35 +17,43 @@ Micros steadyMicros() {
 
 RealPump::RealPump() : origin_(steadyMicros()) {}
 
-Micros RealPump::nowMicros() const { return steadyMicros() - origin_; }
+Micros RealPump::nowMicros() const {
+    return steadyMicros() - origin_;
+}
 
 void RealPump::doEvents() {
-    if (runDueSources(nowMicros(), true) > 0) return;
+    if (runDueSources(nowMicros(), true) > 0)
+        return;
     Micros now = nowMicros();
     Micros timeout = std::min<Micros>(1000, std::max<Micros>(0, earliestDue(false) - now));
     std::vector<int> ready = waitForWake(timeout);
     runDueSources(nowMicros(), true, ready);
 }
 
-void RealPump::doPendingEvents() { runDueSources(nowMicros(), true, waitForWake(0)); }
+void RealPump::doPendingEvents() {
+    runDueSources(nowMicros(), true, waitForWake(0));
+}
 
 std::vector<int> RealPump::waitForWake(Micros timeout) {
     std::vector<pollfd> fds;
     for (EventSource* source : snapshot()) {
-        if (source->wakeFd() >= 0) fds.push_back(pollfd{source->wakeFd(), POLLIN, 0});
+        if (source->wakeFd() >= 0)
+            fds.push_back(pollfd{source->wakeFd(), POLLIN, 0});
     }
     timespec ts{0, static_cast<long>(timeout) * 1000};
     std::vector<int> ready;
     if (ppoll(fds.data(), fds.size(), &ts, nullptr) > 0) {
         for (const pollfd& p : fds) {
-            if (p.revents != 0) ready.push_back(p.fd);
+            if (p.revents != 0)
+                ready.push_back(p.fd);
         }
     }
     return ready;
 }
 
 void RealPump::sleep(int ms) {
-    if (ms > 0) std::this_thread::sleep_for(std::chrono::milliseconds(ms));
+    if (ms > 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(ms));
 }
 
 }  // namespace fc

@@ -11,7 +11,7 @@
 namespace fc {
 
 class DeviceLink {
-public:
+  public:
     virtual ~DeviceLink() = default;
     // Bytes from the device towards the program.
     virtual void deviceSend(const std::string& bytes) = 0;

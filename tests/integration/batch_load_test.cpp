@@ -23,10 +23,11 @@ const std::string kBin = FIRMCAST_BIN_DIR;
 
 // A simulated device in a process of its own, on a pty.
 class SimProcess {
-public:
+  public:
     explicit SimProcess(const std::vector<std::string>& arguments) {
         int out[2];
-        if (pipe(out) != 0) return;
+        if (pipe(out) != 0)
+            return;
         pid_ = fork();
         if (pid_ == 0) {
             dup2(out[1], STDOUT_FILENO);
@@ -47,13 +48,14 @@ public:
         close(out[0]);
     }
     ~SimProcess() {
-        if (pid_ <= 0) return;
+        if (pid_ <= 0)
+            return;
         kill(pid_, SIGTERM);
         waitpid(pid_, nullptr, 0);
     }
     const std::string& tty() const { return tty_; }
 
-private:
+  private:
     pid_t pid_ = -1;
     std::string tty_;
 };
@@ -68,7 +70,8 @@ struct BatchRun {
 };
 
 BatchRun runBatch(const std::string& tty, const std::string& arguments) {
-    std::string command = "FIRMCAST_COM1=" + tty + " " + kBin + "/firmcast-batch " + arguments + " 2>&1";
+    std::string command =
+        "FIRMCAST_COM1=" + tty + " " + kBin + "/firmcast-batch " + arguments + " 2>&1";
     BatchRun run;
     FILE* pipe = popen(command.c_str(), "r");
     char buffer[512];
@@ -89,18 +92,23 @@ TEST_P(BatchLoad, LoadsFromEndToEndOverARealPty) {
     const Family family = GetParam();
     bool banked = std::string(family.device) == "banked";
     TempFolder folder;
-    std::string file = folder.write("fw.txt", banked ? sRecordFile(consecutive(0x7F00, 40)) : intelHexFile(40));
+    std::string file =
+        folder.write("fw.txt", banked ? sRecordFile(consecutive(0x7F00, 40)) : intelHexFile(40));
     SimProcess sim(simArguments(family.device, "100"));
     ASSERT_FALSE(sim.tty().empty()) << "firmcast-sim gave no tty";
-    BatchRun run = runBatch(sim.tty(), "--model " + std::to_string(family.model) + " --com 1 --file " + file);
+    BatchRun run =
+        runBatch(sim.tty(), "--model " + std::to_string(family.model) + " --com 1 --file " + file);
     EXPECT_EQ(run.status, 0) << run.output;
     EXPECT_EQ(run.output, "msgbox: The scale is ready\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(SixFamilies, BatchLoad,
-                         ::testing::Values(Family{0, "numbered"}, Family{1, "numbered"}, Family{6, "numbered"},
-                                           Family{2, "banked"}, Family{4, "banked"}, Family{5, "banked"}),
-                         [](const auto& info) { return "model" + std::to_string(info.param.model); });
+                         ::testing::Values(Family{0, "numbered"}, Family{1, "numbered"},
+                                           Family{6, "numbered"}, Family{2, "banked"},
+                                           Family{4, "banked"}, Family{5, "banked"}),
+                         [](const auto& info) {
+                             return "model" + std::to_string(info.param.model);
+                         });
 
 TEST(BatchLoadPasses, ProductionWayLoadsTheSameFileTwice) {
     TempFolder folder;
@@ -126,26 +134,28 @@ TEST_P(BatchBadFile, EndsAsTheDriverSays) {
     TempFolder folder;
     std::string file = folder.write("bad.txt", bad.content);
     SimProcess sim(simArguments(bad.model == 2 ? "banked" : "numbered", "50"));
-    BatchRun run = runBatch(sim.tty(), "--model " + std::to_string(bad.model) + " --com 1 --file " + file);
+    BatchRun run =
+        runBatch(sim.tty(), "--model " + std::to_string(bad.model) + " --com 1 --file " + file);
     EXPECT_EQ(run.status, bad.status) << run.output;
     EXPECT_EQ(run.output, bad.output);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Files, BatchBadFile,
-    ::testing::Values(BadFile{"Empty", "", 1, 3, "msgbox: 62Input past end of file\n"},
-                      BadFile{"OneLine", ":020000020000FC\r\n", 1, 1, "msgbox: The file is empty\n"},
-                      BadFile{"WrongFirstRecord", "S00600004844521B\r\n:00000001FF\r\n", 1, 1,
-                              "msgbox: This is not a Flash program file for this Board\n"},
-                      // Two lines: no line of the loop was sent yet, and the result
-                      // of the last send is False at start, so both boxes show.
-                      BadFile{"NoEndRecordInTwoLines",
-                              ":020000020000FC\r\n" + hexRecord(0, 0, std::vector<int>(16, 5)) + "\r\n", 1, 1,
-                              "msgbox: The end of file is not valid\nmsgbox: Error Sending Error\n"},
-                      BadFile{"NoEndRecord", intelHexFile(3).substr(0, intelHexFile(3).rfind(":00000001FF")), 1, 1,
-                              "msgbox: The end of file is not valid\n"},
-                      BadFile{"BankDigitALetter", sRecordFile({0x000000, 0x0A0000}), 2, 3,
-                              "msgbox: 13Type mismatch\n"}),
+    ::testing::Values(
+        BadFile{"Empty", "", 1, 3, "msgbox: 62Input past end of file\n"},
+        BadFile{"OneLine", ":020000020000FC\r\n", 1, 1, "msgbox: The file is empty\n"},
+        BadFile{"WrongFirstRecord", "S00600004844521B\r\n:00000001FF\r\n", 1, 1,
+                "msgbox: This is not a Flash program file for this Board\n"},
+        // Two lines: no line of the loop was sent yet, and the result
+        // of the last send is False at start, so both boxes show.
+        BadFile{"NoEndRecordInTwoLines",
+                ":020000020000FC\r\n" + hexRecord(0, 0, std::vector<int>(16, 5)) + "\r\n", 1, 1,
+                "msgbox: The end of file is not valid\nmsgbox: Error Sending Error\n"},
+        BadFile{"NoEndRecord", intelHexFile(3).substr(0, intelHexFile(3).rfind(":00000001FF")), 1,
+                1, "msgbox: The end of file is not valid\n"},
+        BadFile{"BankDigitALetter", sRecordFile({0x000000, 0x0A0000}), 2, 3,
+                "msgbox: 13Type mismatch\n"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace
@@ -157,7 +167,8 @@ namespace {
 TEST(BatchEthernet, EntersTheScaleListSavesItAndStopsBeforeTheLoad) {
     TempFolder folder, home;
     std::string file = folder.write("fw.hex", intelHexFile(3));
-    std::string command = "FIRMCAST_HOME=" + home.path().string() + " " + kBin + "/firmcast-batch --model 0 --ethernet" +
+    std::string command = "FIRMCAST_HOME=" + home.path().string() + " " + kBin +
+                          "/firmcast-batch --model 0 --ethernet" +
                           " --scales 192.0.2.1,192.0.2.2 --save --file " + file + " 2>&1";
     BatchRun run;
     FILE* pipe = popen(command.c_str(), "r");
@@ -166,10 +177,13 @@ TEST(BatchEthernet, EntersTheScaleListSavesItAndStopsBeforeTheLoad) {
     int raw = pipe ? pclose(pipe) : -1;
     EXPECT_EQ(WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, 1);
     EXPECT_EQ(run.output,
-              "firmcast-batch: the Ethernet load is not available in this build; stopped at the scale list\n");
+              "firmcast-batch: the Ethernet load is not available in this build; stopped at the "
+              "scale list\n");
     std::ifstream ini(home.path() / "config.ini");
     std::string text((std::istreambuf_iterator<char>(ini)), std::istreambuf_iterator<char>());
-    EXPECT_EQ(text, "[Balanzas]\r\nNumero=2\r\n[Direcciones]\r\ndir1=192.0.2.1\r\ndir2=192.0.2.2\r\n[Puertos]\r\nTx=3000\r\n");
+    EXPECT_EQ(text,
+              "[Balanzas]\r\nNumero=2\r\n[Direcciones]\r\ndir1=192.0.2.1\r\ndir2=192.0.2.2\r\n["
+              "Puertos]\r\nTx=3000\r\n");
 }
 
 }  // namespace

@@ -40,27 +40,32 @@ struct RealRig {
     }
 
     // Loads `file` into model `code` through COM1 = the host's tty.
-    std::vector<std::string> load(PtyDeviceHost& host, int code, const char* group, const std::string& file) {
+    std::vector<std::string> load(PtyDeviceHost& host, int code, const char* group,
+                                  const std::string& file) {
         setenv("FIRMCAST_COM1", host.ttyPath().c_str(), 1);
         driveC.write("fw.txt", file);
         Firmcast form(Services{pump, dialogs, ports, files, home.path().string()});
         Firmcast* f = &form;
         std::string picture = f->pictureOf(code).name();
         std::string groupButton = group;
-        script.when([f] { return f->Seleccion.reachable(); }, "model", [f, picture, groupButton] {
-            operatorClick(*f, groupButton);
-            operatorClick(*f, picture);
-        });
-        script.when([f] { return f->frPuerto.reachable(); }, "COM1", [f] {
-            operatorClick(*f, "optrs232");
-            operatorClick(*f, "Option1");
-            operatorClick(*f, "cmdAdelante");
-        });
-        script.when([f] { return f->File1.reachable(); }, "file", [f] {
-            operatorSelectText(*f, "File1", "fw.txt");
-            operatorClick(*f, "cmdAdelante");
-        });
-        script.when([f] { return f->esperando_otra != kFalse; }, "done", [] { throw ScenarioDone{}; });
+        script.when([f] { return f->Seleccion.reachable(); }, "model",
+                    [f, picture, groupButton] {
+                        operatorClick(*f, groupButton);
+                        operatorClick(*f, picture);
+                    });
+        script.when([f] { return f->frPuerto.reachable(); }, "COM1",
+                    [f] {
+                        operatorClick(*f, "optrs232");
+                        operatorClick(*f, "Option1");
+                        operatorClick(*f, "cmdAdelante");
+                    });
+        script.when([f] { return f->File1.reachable(); }, "file",
+                    [f] {
+                        operatorSelectText(*f, "File1", "fw.txt");
+                        operatorClick(*f, "cmdAdelante");
+                    });
+        script.when([f] { return f->esperando_otra != kFalse; }, "done",
+                    [] { throw ScenarioDone{}; });
         try {
             form.Form_Load("");
         } catch (const ScenarioDone&) {
@@ -75,7 +80,8 @@ TEST(PtyLoad, ANumberedLineScaleLoadsOverARealPty) {
     config.eraseTime = 200'000;
     NumberedScale scale(config);
     PtyDeviceHost host(rig.pump, scale);
-    EXPECT_THAT(rig.load(host, 1, "optBalanzas", intelHexFile(64)), ElementsAre("The scale is ready"));
+    EXPECT_THAT(rig.load(host, 1, "optBalanzas", intelHexFile(64)),
+                ElementsAre("The scale is ready"));
     EXPECT_EQ(scale.flashed().size(), 64u);
     EXPECT_TRUE(scale.endOfFileSeen());
 }
@@ -87,7 +93,8 @@ TEST(PtyLoad, ABankedDeviceLoadsOverARealPtyAcrossTwoBanks) {
     config.bankTime = 10'000;
     BankedDevice device(config);
     PtyDeviceHost host(rig.pump, device);
-    EXPECT_THAT(rig.load(host, 2, "optBalanzas", sRecordFile(consecutive(0x7F00, 32))), ElementsAre("The scale is ready"));
+    EXPECT_THAT(rig.load(host, 2, "optBalanzas", sRecordFile(consecutive(0x7F00, 32))),
+                ElementsAre("The scale is ready"));
     EXPECT_EQ(device.banksRecorded(), (std::vector<int>{16, 16}));
     EXPECT_TRUE(device.ended());
 }
@@ -99,7 +106,8 @@ TEST(PtyLoad, ADeviceOnlyAt19200IsReachedByTheFallBack) {
     config.eraseTime = 100'000;
     BankedDevice device(config);
     PtyDeviceHost host(rig.pump, device);
-    EXPECT_THAT(rig.load(host, 5, "optEtiquetadoras", sRecordFile(consecutive(0, 8))), ElementsAre("The scale is ready"));
+    EXPECT_THAT(rig.load(host, 5, "optEtiquetadoras", sRecordFile(consecutive(0, 8))),
+                ElementsAre("The scale is ready"));
 }
 
 }  // namespace

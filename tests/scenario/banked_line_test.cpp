@@ -21,7 +21,9 @@ struct BankedRig : ScenarioRig {
     BankedDevice device;
     int status = 0;
 
-    explicit BankedRig(BankedDevice::Config config = {}) : device(config) { serial.attach(1, device); }
+    explicit BankedRig(BankedDevice::Config config = {}) : device(config) {
+        serial.attach(1, device);
+    }
 
     void load(int code, const std::string& file, const std::string& level = "0") {
         driveC.write("fw.s19", file);
@@ -31,7 +33,9 @@ struct BankedRig : ScenarioRig {
     }
     std::vector<std::string> texts() const {
         std::vector<std::string> out;
-        for (const auto& f : device.frames()) out.push_back(f.text.size() == 1 ? "0x" + std::to_string(f.text[0]) : f.text.substr(0, 10));
+        for (const auto& f : device.frames())
+            out.push_back(f.text.size() == 1 ? "0x" + std::to_string(f.text[0])
+                                             : f.text.substr(0, 10));
         return out;
     }
 };
@@ -78,13 +82,15 @@ TEST(BankedLine, ATr6100AndAMatrix4000LoadWithTheirOwnWords) {
         int code;
         const char* connected;
     };
-    for (Case c : {Case{kTr6100, "TR-6100 connected"}, Case{kMatrix4000, "Matrix 4X00 connected"}}) {
+    for (Case c :
+         {Case{kTr6100, "TR-6100 connected"}, Case{kMatrix4000, "Matrix 4X00 connected"}}) {
         BankedRig rig;
         std::vector<std::string> captions;
         rig.form().Texto.addObserver([&](Control& texto) { captions.push_back(texto.caption()); });
         rig.load(c.code, sRecordFile(consecutive(0, 4)));
         EXPECT_THAT(rig.boxes(), ElementsAre("The scale is ready")) << c.code;
-        EXPECT_NE(std::find(captions.begin(), captions.end(), c.connected), captions.end()) << c.code;
+        EXPECT_NE(std::find(captions.begin(), captions.end(), c.connected), captions.end())
+            << c.code;
     }
 }
 
@@ -121,8 +127,9 @@ TEST(BankedLine, Banks16To19CompareAs0To3SoEveryLineFirstRecordsTheBank) {
 
 TEST(BankedLine, AClosingS90InTheMiddleIsSentAsAnOrdinaryLineOfItsBank) {
     BankedRig rig;
-    std::string file = "S00600004844521B\r\n" + s2Record(0, std::vector<int>(16, 1)) + "\r\nS9030000FC\r\n" +
-                       s2Record(0x10, std::vector<int>(16, 2)) + "\r\nS804000000FB\r\n";
+    std::string file = "S00600004844521B\r\n" + s2Record(0, std::vector<int>(16, 1)) +
+                       "\r\nS9030000FC\r\n" + s2Record(0x10, std::vector<int>(16, 2)) +
+                       "\r\nS804000000FB\r\n";
     rig.load(kSerieH, file);
     EXPECT_THAT(rig.boxes(), ElementsAre("The scale is ready"));
     const auto& frames = rig.device.frames();
@@ -182,10 +189,11 @@ TEST(BankedLine, EveryFailureOfTheFirstLineAndTheEraseHasItsWords) {
         bool silent;
         const char* text;
     };
-    for (Case c : {Case{kFirstLine, true, "The scale answer to the first line it was not O.K."},
-                   Case{kFirstLine, false, "THe scale do not accept the first line"},
-                   Case{kErase, true, "The scale is in a infinite loop erasing the FLASH ROM"},
-                   Case{kErase, false, "The clear FLASH ROM command was not valid for the scale"}}) {
+    for (Case c :
+         {Case{kFirstLine, true, "The scale answer to the first line it was not O.K."},
+          Case{kFirstLine, false, "THe scale do not accept the first line"},
+          Case{kErase, true, "The scale is in a infinite loop erasing the FLASH ROM"},
+          Case{kErase, false, "The clear FLASH ROM command was not valid for the scale"}}) {
         BankedRig rig;
         if (c.silent) {
             rig.device.faults.silentAt[c.frame] = true;
@@ -230,7 +238,8 @@ TEST(BankedLine, ABankCommandAnsweredWronglyEndsThePass) {
     BankedRig rig;
     rig.device.faults.wrongByteAt[kFirstBody + 2] = 'x';
     rig.load(kSerieH, sRecordFile(consecutive(0x7FE0, 4)));
-    EXPECT_THAT(rig.boxes(), ElementsAre("La balanza no ha respondido correctamente al grabado del banco"));
+    EXPECT_THAT(rig.boxes(),
+                ElementsAre("La balanza no ha respondido correctamente al grabado del banco"));
     EXPECT_FALSE(rig.form().Linea.portOpen());
 }
 
@@ -283,7 +292,8 @@ TEST(BankedLine, InProductionWayTheNextPassStartsAgainAt57600) {
     rig.driveC.write("fw.s19", sRecordFile(consecutive(0, 2)));
     rig.scriptSerialLoad(kSerieH, 1, "fw.s19");
     Firmcast* f = &rig.form();
-    rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again", [&] { rig.click("cmdAgain"); });
+    rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again",
+                    [&] { rig.click("cmdAgain"); });
     rig.script.after(100, "look", [f] {
         EXPECT_EQ(f->cmbvelocidades.listIndex(), 1);
         throw ScenarioDone{};

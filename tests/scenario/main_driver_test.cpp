@@ -20,11 +20,21 @@ const std::string kEndRecord = ":00000001FF";
 // driver's own road around it can be watched.
 void completeEveryLoad(ScenarioRig& rig, std::vector<std::string>* calls = nullptr) {
     auto note = [calls](const char* what) {
-        if (calls) calls->push_back(what);
+        if (calls)
+            calls->push_back(what);
     };
-    rig.hooks.numberedConnect = [note](Firmcast&) { note("connect"); return kTrue; };
-    rig.hooks.numberedFirstLine = [note](Firmcast&) { note("first line"); return kTrue; };
-    rig.hooks.numberedLoop = [note](Firmcast&) { note("loop"); return LoopOutcome::Success; };
+    rig.hooks.numberedConnect = [note](Firmcast&) {
+        note("connect");
+        return kTrue;
+    };
+    rig.hooks.numberedFirstLine = [note](Firmcast&) {
+        note("first line");
+        return kTrue;
+    };
+    rig.hooks.numberedLoop = [note](Firmcast&) {
+        note("loop");
+        return LoopOutcome::Success;
+    };
 }
 
 TEST(MainDriver, CommandLineBeginningWith2GivesLevel2) {
@@ -234,7 +244,8 @@ TEST(MainDriver, InProductionWayAgainStopsInTheStep3WaitAndNextLoadsTheSameFile)
     completeEveryLoad(rig, &calls);
     rig.scriptSerialLoad(1, 1, "fw.hex");
     Firmcast* f = &rig.form();
-    rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again", [&] { rig.click("cmdAgain"); });
+    rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again",
+                    [&] { rig.click("cmdAgain"); });
     rig.script.after(500, "look at the screen", [f] {
         EXPECT_EQ(f->paso_asistente, 3);
         EXPECT_TRUE(f->frDirectorio.visible());
@@ -243,8 +254,10 @@ TEST(MainDriver, InProductionWayAgainStopsInTheStep3WaitAndNextLoadsTheSameFile)
     rig.script.after(10, "Next", [&] { rig.click("cmdAdelante"); });
     rig.stopWhen([f] { return f->esperando_otra != kFalse; }, "the second pass ended");
     rig.run("1");
-    EXPECT_THAT(calls, ElementsAre("connect", "first line", "loop", "connect", "first line", "loop"));
-    EXPECT_EQ(rig.dialogs.texts(), (std::vector<std::string>{"The scale is ready", "The scale is ready"}));
+    EXPECT_THAT(calls,
+                ElementsAre("connect", "first line", "loop", "connect", "first line", "loop"));
+    EXPECT_EQ(rig.dialogs.texts(),
+              (std::vector<std::string>{"The scale is ready", "The scale is ready"}));
 }
 
 TEST(MainDriver, InProductionWayBackFromTheStep3WaitLeadsToTheFileStep) {
@@ -255,9 +268,11 @@ TEST(MainDriver, InProductionWayBackFromTheStep3WaitLeadsToTheFileStep) {
     completeEveryLoad(rig);
     rig.scriptSerialLoad(1, 1, "fw.hex");
     Firmcast* f = &rig.form();
-    rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again", [&] { rig.click("cmdAgain"); });
+    rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again",
+                    [&] { rig.click("cmdAgain"); });
     rig.script.after(100, "Back", [&] { rig.click("cmdAtras"); });
-    rig.stopWhen([f] { return f->paso_asistente == 2 && f->File1.reachable(); }, "on the file step");
+    rig.stopWhen([f] { return f->paso_asistente == 2 && f->File1.reachable(); },
+                 "on the file step");
     EXPECT_EQ(rig.run("1"), -1);
     EXPECT_TRUE(rig.form().frDirectorio.visible());
 }
@@ -270,7 +285,8 @@ TEST(MainDriver, WithoutProductionWayAgainShowsTheLastModelWithAllFlagsClear) {
     completeEveryLoad(rig);
     rig.scriptSerialLoad(1, 1, "fw.hex");
     Firmcast* f = &rig.form();
-    rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again", [&] { rig.click("cmdAgain"); });
+    rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again",
+                    [&] { rig.click("cmdAgain"); });
     rig.script.after(100, "look at step 0", [f] {
         EXPECT_EQ(f->paso_asistente, 0);
         EXPECT_FALSE(f->anyModelFlag());
@@ -295,11 +311,12 @@ TEST(MainDriver, AFailedLastRecordLeavesFileOneOpenAndTheNextPassEndsInTheFatalT
     rig.hooks.numberedLoop = [](Firmcast&) { return LoopOutcome::EndOfPass; };
     rig.scriptSerialLoad(1, 1, "fw.hex");
     Firmcast* f = &rig.form();
-    rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again, in Production Way", [&] {
-        EXPECT_TRUE(rig.files.isOpen(1));
-        EXPECT_TRUE(f->Linea.portOpen());
-        rig.click("cmdAgain");
-    });
+    rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again, in Production Way",
+                    [&] {
+                        EXPECT_TRUE(rig.files.isOpen(1));
+                        EXPECT_TRUE(f->Linea.portOpen());
+                        rig.click("cmdAgain");
+                    });
     rig.script.after(100, "Next", [&] { rig.click("cmdAdelante"); });
     int status = rig.run("1");
     EXPECT_EQ(status, 3);
@@ -313,15 +330,19 @@ TEST(MainDriver, NoModelPictureRaisesSerieGOrMv510) {
         rig.hooks.startProgram = [](const std::string&) { return 1L; };
         rig.hooks.frmCargaMV510 = [](Firmcast&) {};
         Firmcast* f = &rig.form();
-        rig.script.when([f] { return f->Seleccion.reachable(); }, "pick", [&, code] {
-            if (code <= 3) rig.click("optBalanzas");
-            if (code == 4 || code == 5 || code == 6 || code == 8) rig.click("optEtiquetadoras");
-            if (code == 7) rig.click("optVisores");
-            rig.click(f->pictureOf(code).name());
-            EXPECT_EQ(f->es_serie_g, kFalse) << "code " << code;
-            EXPECT_EQ(f->es_mv510, kFalse) << "code " << code;
-            throw ScenarioDone{};
-        });
+        rig.script.when([f] { return f->Seleccion.reachable(); }, "pick",
+                        [&, code] {
+                            if (code <= 3)
+                                rig.click("optBalanzas");
+                            if (code == 4 || code == 5 || code == 6 || code == 8)
+                                rig.click("optEtiquetadoras");
+                            if (code == 7)
+                                rig.click("optVisores");
+                            rig.click(f->pictureOf(code).name());
+                            EXPECT_EQ(f->es_serie_g, kFalse) << "code " << code;
+                            EXPECT_EQ(f->es_mv510, kFalse) << "code " << code;
+                            throw ScenarioDone{};
+                        });
         rig.run("");
     }
 }
@@ -342,8 +363,9 @@ TEST(MainDriver, FinDuringTheEraseEndsTheProgramWithTheDeviceStillErasing) {
     };
     rig.scriptSerialLoad(1, 1, "fw.hex");
     Firmcast* f = &rig.form();
-    rig.script.when([f] { return f->Texto.caption() == "Scale connected. Please Wait, erasing FLASH ROM"; },
-                    "wait a while", [] {});
+    rig.script.when(
+        [f] { return f->Texto.caption() == "Scale connected. Please Wait, erasing FLASH ROM"; },
+        "wait a while", [] {});
     rig.script.after(3000, "Exit", [&] { rig.click("FIN"); });
     int status = rig.run("");
     EXPECT_EQ(status, 0);
@@ -381,9 +403,11 @@ TEST(MainDriver, TheAnimationCyclesThroughTwelvePicturesWhileLoading) {
         while (f.services().pump.now() < until) {
             int visible = 0;
             for (int n = 1; n <= 12; ++n) {
-                if (f.dibujo(n).visible()) visible = visible ? -1 : n;
+                if (f.dibujo(n).visible())
+                    visible = visible ? -1 : n;
             }
-            if (visible != 0 && (shown.empty() || shown.back() != visible)) shown.push_back(visible);
+            if (visible != 0 && (shown.empty() || shown.back() != visible))
+                shown.push_back(visible);
             f.services().pump.doEvents();
         }
         throw ScenarioDone{};

@@ -22,7 +22,9 @@ struct NumberedRig : ScenarioRig {
     NumberedScale scale;
     int status = 0;
 
-    explicit NumberedRig(NumberedScale::Config config = {}) : scale(config) { serial.attach(1, scale); }
+    explicit NumberedRig(NumberedScale::Config config = {}) : scale(config) {
+        serial.attach(1, scale);
+    }
 
     // Loads `file` into model `code` at `level`, and stops when the pass has
     // ended (or the program has).
@@ -89,7 +91,9 @@ TEST(NumberedLine, HandshakeWithAWrongFirstByteIsNotValid) {
     NumberedRig rig;
     rig.scale.faults.wrongByteAt[0] = 'X';
     rig.load(kSerieN, intelHexFile(3));
-    EXPECT_THAT(rig.boxes(), ElementsAre("The answer from the scale is not valid, please check the scale version"));
+    EXPECT_THAT(
+        rig.boxes(),
+        ElementsAre("The answer from the scale is not valid, please check the scale version"));
     EXPECT_FALSE(rig.form().Linea.portOpen());
     EXPECT_FALSE(rig.files.isOpen(1));
 }
@@ -153,7 +157,8 @@ TEST(NumberedLine, ALineGoesOutAtMostSixTimes) {
     rig.load(kSerieN, intelHexFile(6));
     std::vector<long> numbers = rig.frameNumbers();
     EXPECT_EQ(std::count(numbers.begin(), numbers.end(), 3), 6);
-    EXPECT_THAT(rig.boxes(), ElementsAre("The scale does not accept the line", "Error Sending Error"));
+    EXPECT_THAT(rig.boxes(),
+                ElementsAre("The scale does not accept the line", "Error Sending Error"));
     EXPECT_EQ(rig.dialogs.boxes()[1].style, 16);
     EXPECT_EQ(rig.dialogs.boxes()[1].title, "Firmcast");
     EXPECT_FALSE(rig.form().Linea.portOpen());
@@ -164,14 +169,16 @@ TEST(NumberedLine, AnUnknownAnswerIsABadAnswerShownInHex) {
     NumberedRig rig;
     rig.scale.faults.wrongByteAt[3] = 'X';
     rig.load(kSerieN, intelHexFile(6));
-    EXPECT_THAT(rig.boxes(), ElementsAre("The scale gives a bad answer = 58", "Error Sending Error"));
+    EXPECT_THAT(rig.boxes(),
+                ElementsAre("The scale gives a bad answer = 58", "Error Sending Error"));
 }
 
 TEST(NumberedLine, ABadAnswerOfOneDigitIsShownWithoutALeadingZero) {
     NumberedRig rig;
     rig.scale.faults.wrongByteAt[3] = 0x07;
     rig.load(kSerieN, intelHexFile(6));
-    EXPECT_THAT(rig.boxes(), ElementsAre("The scale gives a bad answer = 7", "Error Sending Error"));
+    EXPECT_THAT(rig.boxes(),
+                ElementsAre("The scale gives a bad answer = 7", "Error Sending Error"));
 }
 
 TEST(NumberedLine, SilenceOnABodyLineIsNoAnswerAfter14Seconds) {
@@ -181,7 +188,8 @@ TEST(NumberedLine, SilenceOnABodyLineIsNoAnswerAfter14Seconds) {
     EXPECT_THAT(rig.boxes(), ElementsAre("The scale does not answer", "Error Sending Error"));
     long long sent = 0;
     for (const auto& f : rig.scale.frames()) {
-        if (f.number == 5) sent = f.at / 1000;
+        if (f.number == 5)
+            sent = f.at / 1000;
     }
     EXPECT_NEAR(rig.timeOfBox(0) - sent, 14000, 10);
 }
@@ -201,14 +209,16 @@ TEST(NumberedLine, AFileOfTwoLinesWithoutEndShowsBothBoxesAfterAFailedSend) {
     NumberedRig rig;
     // An earlier send failed: linea_ok keeps that across passes.
     rig.form().linea_ok = kFalse;
-    rig.load(kSerieN, hexRecord(2, 0, {0, 0}) + "\r\n" + hexRecord(0, 0, std::vector<int>(16, 1)) + "\r\n");
+    rig.load(kSerieN,
+             hexRecord(2, 0, {0, 0}) + "\r\n" + hexRecord(0, 0, std::vector<int>(16, 1)) + "\r\n");
     EXPECT_THAT(rig.boxes(), ElementsAre("The end of file is not valid", "Error Sending Error"));
 }
 
 TEST(NumberedLine, ARecordOfType01BeforeTheEndIsSentLikeAnyOther) {
     NumberedRig rig;
     std::string file = hexRecord(2, 0, {0, 0}) + "\r\n" + hexRecord(1, 0, {}) + "\r\n" +
-                       hexRecord(0, 0, std::vector<int>(16, 2)) + "\r\n" + hexRecord(1, 0, {}) + "\r\n";
+                       hexRecord(0, 0, std::vector<int>(16, 2)) + "\r\n" + hexRecord(1, 0, {}) +
+                       "\r\n";
     rig.load(kSerieN, file);
     EXPECT_THAT(rig.boxes(), ElementsAre("The scale is ready"));
     EXPECT_EQ(rig.frameNumbers(), (std::vector<long>{0, 1, 2, 3, 4}));
@@ -253,7 +263,10 @@ TEST(NumberedLine, SilenceAfterTheEndCommandIsASuccessAndTheScaleKeepsItsMac) {
     config.answersEndCommand = false;
     NumberedRig rig(config);
     bool asked = false;
-    rig.hooks.DameMACAddress = [&](Firmcast&) { asked = true; return std::string("0011223344AA"); };
+    rig.hooks.DameMACAddress = [&](Firmcast&) {
+        asked = true;
+        return std::string("0011223344AA");
+    };
     rig.load(kSerieW, intelHexFile(3), "1");
     EXPECT_THAT(rig.boxes(), ElementsAre("The scale is ready"));
     EXPECT_FALSE(asked);
@@ -265,10 +278,11 @@ TEST(NumberedLine, AScaleThatAsksForAMacGetsOneAndIsRecorded) {
     config.wantsMac = true;
     NumberedRig rig(config);
     std::vector<std::string> events;
-    rig.hooks.DameMACAddress = [&](Firmcast&) { events.push_back("mac"); return std::string("0011223344AA"); };
-    rig.hooks.frmDatosBalanza = [&](Firmcast& f) {
-        events.push_back("record " + f.mac_actual);
+    rig.hooks.DameMACAddress = [&](Firmcast&) {
+        events.push_back("mac");
+        return std::string("0011223344AA");
     };
+    rig.hooks.frmDatosBalanza = [&](Firmcast& f) { events.push_back("record " + f.mac_actual); };
     long long pauseFrom = 0, pauseTo = 0;
     rig.hooks.EsperaEventoRecursos = [&](Firmcast& f, int ms) {
         pauseFrom = f.services().pump.now();
@@ -309,16 +323,18 @@ TEST(NumberedLine, ARefusedMacRecordEndsThePassWithTheSendersMessage) {
 
 // A device that answers each frame with the bytes a test gives, whatever it is.
 class ScriptedDevice : public SerialDevice {
-public:
-    explicit ScriptedDevice(std::string answer) : SerialDevice(LineSettings{57600, 'E', 7, 1}), answer_(std::move(answer)) {}
+  public:
+    explicit ScriptedDevice(std::string answer)
+        : SerialDevice(LineSettings{57600, 'E', 7, 1}), answer_(std::move(answer)) {}
     void onReceive(Byte) override {
-        if (!armed_) return;
+        if (!armed_)
+            return;
         armed_ = false;
         after(500, [this] { send(answer_); });
     }
     void arm() { armed_ = true; }
 
-private:
+  private:
     std::string answer_;
     bool armed_ = false;
 };
@@ -361,7 +377,7 @@ TEST(NumberedLine, ADataRecordWithThreeAnswerBytesLeavesAtOnceAndOnlyTheFirstIsJ
 
 // Wraps the simulated ports and writes down what the program does to them.
 class SpyingOpener : public SerialPortOpener {
-public:
+  public:
     explicit SpyingOpener(SerialPortOpener& inner) : inner_(inner) {}
     std::vector<std::string> calls;
 
@@ -369,9 +385,10 @@ public:
         return std::make_unique<Port>(inner_.open(commPort), calls);
     }
 
-private:
+  private:
     struct Port : SerialPort {
-        Port(std::unique_ptr<SerialPort> inner, std::vector<std::string>& calls) : inner(std::move(inner)), calls(calls) {}
+        Port(std::unique_ptr<SerialPort> inner, std::vector<std::string>& calls)
+            : inner(std::move(inner)), calls(calls) {}
         void apply(const LineSettings& s) override { inner->apply(s); }
         void setDtr(bool on) override { inner->setDtr(on); }
         void write(const std::string& bytes) override {
@@ -400,17 +417,21 @@ TEST(NumberedLine, AfterARefusalTheReceiveBufferIsEmptiedBeforeTheResendOfTheSam
     Firmcast form(Services{rig.pump, rig.dialogs, spy, rig.files, rig.home.path().string()});
     rig.driveC.write("fw.hex", intelHexFile(4));
     Firmcast* f = &form;
-    rig.script.when([f] { return f->Seleccion.reachable(); }, "Serie_N", [f] { operatorClick(*f, "Picture3"); });
-    rig.script.when([f] { return f->frPuerto.reachable(); }, "COM1", [f] {
-        operatorClick(*f, "optrs232");
-        operatorClick(*f, "Option1");
-        operatorClick(*f, "cmdAdelante");
-    });
-    rig.script.when([f] { return f->File1.reachable(); }, "file", [f] {
-        operatorSelectText(*f, "File1", "fw.hex");
-        operatorClick(*f, "cmdAdelante");
-    });
-    rig.script.when([f] { return f->esperando_otra != kFalse; }, "done", [] { throw ScenarioDone{}; });
+    rig.script.when([f] { return f->Seleccion.reachable(); }, "Serie_N",
+                    [f] { operatorClick(*f, "Picture3"); });
+    rig.script.when([f] { return f->frPuerto.reachable(); }, "COM1",
+                    [f] {
+                        operatorClick(*f, "optrs232");
+                        operatorClick(*f, "Option1");
+                        operatorClick(*f, "cmdAdelante");
+                    });
+    rig.script.when([f] { return f->File1.reachable(); }, "file",
+                    [f] {
+                        operatorSelectText(*f, "File1", "fw.hex");
+                        operatorClick(*f, "cmdAdelante");
+                    });
+    rig.script.when([f] { return f->esperando_otra != kFalse; }, "done",
+                    [] { throw ScenarioDone{}; });
     try {
         form.Form_Load("");
     } catch (const ScenarioDone&) {
@@ -430,7 +451,9 @@ TEST(NumberedLine, FinDuringTheEraseLeavesTheScaleErasing) {
     rig.driveC.write("fw.hex", intelHexFile(3));
     rig.scriptSerialLoad(kSerieN, 1, "fw.hex");
     Firmcast* f = &rig.form();
-    rig.script.when([f] { return f->Texto.caption() == "Scale connected. Please Wait, erasing FLASH ROM"; }, "see the erase", [] {});
+    rig.script.when(
+        [f] { return f->Texto.caption() == "Scale connected. Please Wait, erasing FLASH ROM"; },
+        "see the erase", [] {});
     rig.script.after(5000, "Exit", [&] { rig.click("FIN"); });
     EXPECT_EQ(rig.run(""), 0);
     EXPECT_TRUE(rig.boxes().empty());

@@ -31,7 +31,8 @@ TEST(CargaComboVelocidades, FillsTheNineSpeedsWithTheirItemData) {
     list.addItem("stale");
     CargaComboVelocidades(list);
     ASSERT_EQ(list.listCount(), 9);
-    const char* texts[] = {"115200", "57600", "38400", "28800", "19200", "14400", "9600", "2400", "1200"};
+    const char* texts[] = {"115200", "57600", "38400", "28800", "19200",
+                           "14400",  "9600",  "2400",  "1200"};
     for (int i = 0; i < 9; ++i) {
         EXPECT_EQ(list.list(i), texts[i]);
         EXPECT_EQ(list.itemData(i), i);
@@ -103,7 +104,8 @@ TEST(LanzaLinea, APortThatCannotBeOpenedSaysWhichAndGoesBackToTheWayStep) {
         rig.form().puerto_com = port;
         rig.form().paso_asistente = 2;
         EXPECT_EQ(rig.form().lanza_linea(), kFalse);
-        EXPECT_THAT(rig.boxes(), ::testing::ElementsAre("Error at port COM" + std::to_string(port)));
+        EXPECT_THAT(rig.boxes(),
+                    ::testing::ElementsAre("Error at port COM" + std::to_string(port)));
         EXPECT_EQ(rig.form().paso_asistente, 1);
         EXPECT_FALSE(rig.form().Linea.portOpen());
     }
@@ -121,11 +123,13 @@ TEST(LanzaLinea, APortInUseFailsAsAnyOther) {
 TEST(Command1, RS232WithNoPortSelectedSaysSoAndStaysOnTheWayStep) {
     LineRig rig;
     Firmcast* f = &rig.form();
-    rig.script.when([f] { return f->Seleccion.reachable(); }, "pick Serie_N", [&] { rig.click("Picture3"); });
-    rig.script.when([f] { return f->frPuerto.reachable(); }, "RS-232, no port, Next", [&] {
-        rig.click("optrs232");
-        rig.click("cmdAdelante");
-    });
+    rig.script.when([f] { return f->Seleccion.reachable(); }, "pick Serie_N",
+                    [&] { rig.click("Picture3"); });
+    rig.script.when([f] { return f->frPuerto.reachable(); }, "RS-232, no port, Next",
+                    [&] {
+                        rig.click("optrs232");
+                        rig.click("cmdAdelante");
+                    });
     rig.script.after(100, "look", [] { throw ScenarioDone{}; });
     rig.run("");
     EXPECT_THAT(rig.boxes(), ::testing::ElementsAre("You must select one Serial Port"));
@@ -138,12 +142,14 @@ TEST(Command1, RS232WithNoPortSelectedSaysSoAndStaysOnTheWayStep) {
 TEST(Command1, SerialWayOpensTheLineAndShowsTheFileStep) {
     LineRig rig;
     Firmcast* f = &rig.form();
-    rig.script.when([f] { return f->Seleccion.reachable(); }, "pick Serie_N", [&] { rig.click("Picture3"); });
-    rig.script.when([f] { return f->frPuerto.reachable(); }, "RS-232 on COM1", [&] {
-        rig.click("optrs232");
-        rig.click("Option1");
-        rig.click("cmdAdelante");
-    });
+    rig.script.when([f] { return f->Seleccion.reachable(); }, "pick Serie_N",
+                    [&] { rig.click("Picture3"); });
+    rig.script.when([f] { return f->frPuerto.reachable(); }, "RS-232 on COM1",
+                    [&] {
+                        rig.click("optrs232");
+                        rig.click("Option1");
+                        rig.click("cmdAdelante");
+                    });
     rig.stopWhen([f] { return f->File1.reachable(); }, "file step");
     rig.run("");
     EXPECT_TRUE(rig.boxes().empty());

@@ -21,7 +21,8 @@ std::vector<int> sixteenBytes(unsigned seed) {
 std::string hexRecord(int type, unsigned address, const std::vector<int>& data) {
     int sum = static_cast<int>(data.size()) + static_cast<int>((address >> 8) & 0xFF) +
               static_cast<int>(address & 0xFF) + type;
-    std::string text = ":" + hex2(static_cast<int>(data.size())) + hex2(address >> 8) + hex2(address) + hex2(type);
+    std::string text =
+        ":" + hex2(static_cast<int>(data.size())) + hex2(address >> 8) + hex2(address) + hex2(type);
     for (int byte : data) {
         text += hex2(byte);
         sum += byte;
@@ -40,9 +41,10 @@ std::string intelHexFile(int dataRecords, unsigned start) {
 
 std::string s2Record(unsigned address, const std::vector<int>& data) {
     int count = static_cast<int>(data.size()) + 4;
-    int sum = count + static_cast<int>((address >> 16) & 0xFF) + static_cast<int>((address >> 8) & 0xFF) +
-              static_cast<int>(address & 0xFF);
-    std::string text = "S2" + hex2(count) + hex2(address >> 16) + hex2(address >> 8) + hex2(address);
+    int sum = count + static_cast<int>((address >> 16) & 0xFF) +
+              static_cast<int>((address >> 8) & 0xFF) + static_cast<int>(address & 0xFF);
+    std::string text =
+        "S2" + hex2(count) + hex2(address >> 16) + hex2(address >> 8) + hex2(address);
     for (int byte : data) {
         text += hex2(byte);
         sum += byte;

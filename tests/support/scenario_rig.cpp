@@ -8,7 +8,8 @@ namespace fc::test {
 
 TempFolder::TempFolder() {
     std::random_device random;
-    path_ = std::filesystem::temp_directory_path() / ("firmcast-test-" + std::to_string(random()) + std::to_string(random()));
+    path_ = std::filesystem::temp_directory_path() /
+            ("firmcast-test-" + std::to_string(random()) + std::to_string(random()));
     std::filesystem::create_directories(path_);
 }
 
@@ -25,12 +26,18 @@ std::string TempFolder::write(const std::string& relative, const std::string& co
     return file.string();
 }
 
-ScenarioRig::ScenarioRig() { setenv("FIRMCAST_DRIVE_C", driveC.path().c_str(), 1); }
+ScenarioRig::ScenarioRig() {
+    setenv("FIRMCAST_DRIVE_C", driveC.path().c_str(), 1);
+}
 
-ScenarioRig::~ScenarioRig() { unsetenv("FIRMCAST_DRIVE_C"); }
+ScenarioRig::~ScenarioRig() {
+    unsetenv("FIRMCAST_DRIVE_C");
+}
 
 Firmcast& ScenarioRig::form() {
-    if (!form_) form_ = std::make_unique<Firmcast>(Services{pump, dialogs, serial, files, home.path().string()}, hooks);
+    if (!form_)
+        form_ = std::make_unique<Firmcast>(
+            Services{pump, dialogs, serial, files, home.path().string()}, hooks);
     return *form_;
 }
 
@@ -44,15 +51,20 @@ int ScenarioRig::run(const std::string& commandLine) {
     }
 }
 
-void ScenarioRig::click(const std::string& control) { operatorClick(form(), control); }
+void ScenarioRig::click(const std::string& control) {
+    operatorClick(form(), control);
+}
 
-void ScenarioRig::select(const std::string& control, int index) { operatorSelect(form(), control, index); }
+void ScenarioRig::select(const std::string& control, int index) {
+    operatorSelect(form(), control, index);
+}
 
 void ScenarioRig::selectText(const std::string& control, const std::string& text) {
     operatorSelectText(form(), control, text);
 }
 
-OperatorScript& ScenarioRig::whenStep(Integer step, const std::string& what, std::function<void()> act) {
+OperatorScript& ScenarioRig::whenStep(Integer step, const std::string& what,
+                                      std::function<void()> act) {
     Firmcast* f = &form();
     return script.when([f, step] { return f->paso_asistente == step; }, what, std::move(act));
 }
@@ -63,14 +75,17 @@ OperatorScript& ScenarioRig::stopWhen(std::function<bool()> condition, const std
 
 void ScenarioRig::scriptSerialLoad(int modelCode, int port, const std::string& fileName) {
     Firmcast* f = &form();
-    script.when([f] { return f->cmdAdelante.reachable() && f->paso_asistente == 0; }, "pick the model",
-                [this, f, modelCode] {
-                    const char* group[] = {"optBalanzas", "optBalanzas", "optBalanzas",      "optBalanzas", "optEtiquetadoras",
-                                           "optEtiquetadoras", "optEtiquetadoras", "optVisores", "optEtiquetadoras"};
-                    click(group[modelCode]);
-                    operatorClick(*f, f->pictureOf(modelCode).name());
-                });
-    script.when([f] { return f->frPuerto.reachable(); }, "choose RS-232", [this] { click("optrs232"); });
+    script.when(
+        [f] { return f->cmdAdelante.reachable() && f->paso_asistente == 0; }, "pick the model",
+        [this, f, modelCode] {
+            const char* group[] = {"optBalanzas",      "optBalanzas",      "optBalanzas",
+                                   "optBalanzas",      "optEtiquetadoras", "optEtiquetadoras",
+                                   "optEtiquetadoras", "optVisores",       "optEtiquetadoras"};
+            click(group[modelCode]);
+            operatorClick(*f, f->pictureOf(modelCode).name());
+        });
+    script.when([f] { return f->frPuerto.reachable(); }, "choose RS-232",
+                [this] { click("optrs232"); });
     script.after(10, "choose the port", [this, port] { click("Option" + std::to_string(port)); });
     script.after(10, "Next", [this] { click("cmdAdelante"); });
     script.when([f] { return f->paso_asistente == 2 && f->File1.reachable(); }, "pick the file",

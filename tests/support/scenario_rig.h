@@ -23,19 +23,19 @@ struct ScenarioDone {};
 
 // A folder that is removed with everything in it when the test ends.
 class TempFolder {
-public:
+  public:
     TempFolder();
     ~TempFolder();
     const std::filesystem::path& path() const { return path_; }
     // Writes a file (bytes as given) and returns its full host path.
     std::string write(const std::string& relative, const std::string& content) const;
 
-private:
+  private:
     std::filesystem::path path_;
 };
 
 class ScenarioRig {
-public:
+  public:
     ScenarioRig();
     ~ScenarioRig();
 
@@ -71,7 +71,7 @@ public:
 
     std::vector<std::string> boxes() const { return dialogs.texts(); }
 
-private:
+  private:
     std::unique_ptr<Firmcast> form_;
 };
 

@@ -49,7 +49,10 @@ TEST(WindowTimer, ChangingTheIntervalRestartsTheCount) {
     VirtualPump pump;
     WindowTimer timer(pump, "t");
     long long firedAt = -1;
-    timer.onTimer = [&] { firedAt = pump.now(); timer.setEnabled(false); };
+    timer.onTimer = [&] {
+        firedAt = pump.now();
+        timer.setEnabled(false);
+    };
     timer.setInterval(1000);
     timer.setEnabled(true);
     pump.sleep(800);
