@@ -1,4 +1,4 @@
-#include "app/batch_inspect.h"
+#include "app/batch_dry_run.h"
 
 #include <cstdio>
 
