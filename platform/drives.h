@@ -25,9 +25,6 @@ std::vector<std::string> listFolders(const std::string& windowsFolder);
 std::vector<std::string> listFiles(const std::string& windowsFolder,
                                    const std::string& pattern = "*.*");
 
-// True when `name` matches the wild cards of `pattern` (* and ?), ignoring case;
-// "*.*" matches every name, as on Windows.
-bool wildcardMatch(const std::string& pattern, const std::string& name);
 
 // Canonical form of a Windows folder: drive letter upper case, back slashes,
 // no trailing slash except on a drive root ("C:\").

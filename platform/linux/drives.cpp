@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "platform/environment.h"
+#include "platform/wildcard.h"
 
 namespace fs = std::filesystem;
 
@@ -123,32 +124,8 @@ std::vector<std::string> listFolders(const std::string& windowsFolder) {
 std::vector<std::string> listFiles(const std::string& windowsFolder, const std::string& pattern) {
     return listEntries(windowsFolder, [&](const fs::directory_entry& e) {
         std::error_code ec;
-        return e.is_regular_file(ec) && wildcardMatch(pattern, e.path().filename().string());
+        return e.is_regular_file(ec) && matchesWildcard(pattern, e.path().filename().string());
     });
-}
-
-bool wildcardMatch(const std::string& pattern, const std::string& name) {
-    if (pattern == "*.*")
-        return true;
-    std::string p = lower(pattern), n = lower(name);
-    // Classic two-pointer match with backtracking on the last star.
-    size_t pi = 0, ni = 0, star = std::string::npos, mark = 0;
-    while (ni < n.size()) {
-        if (pi < p.size() && (p[pi] == '?' || p[pi] == n[ni])) {
-            ++pi;
-            ++ni;
-        } else if (pi < p.size() && p[pi] == '*') {
-            star = pi++;
-            mark = ni;
-        } else if (star != std::string::npos) {
-            pi = star + 1;
-            ni = ++mark;
-        } else {
-            return false;
-        }
-    }
-    while (pi < p.size() && p[pi] == '*') ++pi;
-    return pi == p.size();
 }
 
 std::string normaliseWindowsPath(const std::string& path) {
