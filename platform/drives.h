@@ -25,7 +25,6 @@ std::vector<std::string> listFolders(const std::string& windowsFolder);
 std::vector<std::string> listFiles(const std::string& windowsFolder,
                                    const std::string& pattern = "*.*");
 
-
 // Canonical form of a Windows folder: drive letter upper case, back slashes,
 // no trailing slash except on a drive root ("C:\").
 std::string normaliseWindowsPath(const std::string& path);
