@@ -49,7 +49,8 @@ class Network {
 
     // Sets a 32-bit option on the socket `handle`, by the loader's numbers
     // (sockopt::). Returns 0, or -1 when the option is refused or unknown.
-    virtual std::int32_t setsockopt(int handle, std::int32_t level, std::int32_t option, std::int32_t value) = 0;
+    virtual std::int32_t setsockopt(int handle, std::int32_t level, std::int32_t option,
+                                    std::int32_t value) = 0;
 
     // Reads the whole address table, in the platform's order.
     virtual NetResult readNeighbours(std::vector<NeighbourRow>& rows) = 0;
