@@ -13,6 +13,7 @@ packages=(
     zlib1g-dev srecord
     libsqlite3-dev
     unixodbc-dev odbcinst libsqliteodbc odbc-postgresql postgresql
+    iproute2 libcap2-bin
 )
 
 missing=()

@@ -11,4 +11,5 @@ home=${FIRMCAST_HOME:-$top/build/bin}
 # The data sources of the program, "MacConnection" among them.
 export ODBCINI=${ODBCINI:-$home/odbc.ini}
 "$top/scripts/prepare-home.sh" "$top/build/bin"
+"$top/scripts/grant-network-caps.sh" "$top/build/bin"
 exec "$top/build/bin/firmcast" "$@"
