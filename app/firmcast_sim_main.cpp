@@ -1,6 +1,8 @@
 // firmcast-sim: a simulated device on a real pseudo-terminal. It prints the
 // tty's path on its first line; point the loader's COM port at it
-// (FIRMCAST_COM1=/dev/pts/N) and load. It runs until it is stopped.
+// (FIRMCAST_COM1=/dev/pts/N) and load. With --tcp PORT it is instead a scale's
+// Ethernet boot loader on a listening socket, and says "listening on PORT".
+// It runs until it is stopped (SIGTERM, SIGINT).
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -10,11 +12,13 @@
 #include <string>
 
 #include "platform/linux/pty_device_host.h"
+#include "platform/linux/tcp_device_host.h"
 #include "platform/real_pump.h"
 #include "sim/banked_device.h"
 #include "sim/echo_device.h"
 #include "sim/numbered_scale.h"
 #include "sim/sim_options.h"
+#include "sim/sink_scale.h"
 
 namespace {
 
@@ -45,6 +49,34 @@ std::unique_ptr<fc::SerialDevice> makeDevice(const fc::SimOptions& o) {
     return std::make_unique<fc::EchoDevice>(fc::LineSettings{o.baud, 'N', 8, 1});
 }
 
+int runTcp(const fc::SimOptions& o) {
+    fc::RealPump pump;
+    fc::SinkScale sink;
+    sink.faults = o.tcpFaults;
+    sink.readBytesPerSecond = o.readRate;
+    sink.receiveBuffer = o.receiveBuffer;
+    sink.keepLimit = 0;  // a long-running simulator only counts
+    std::unique_ptr<fc::TcpDeviceHost> host;
+    try {
+        host = std::make_unique<fc::TcpDeviceHost>(pump, sink, "0.0.0.0", o.tcpPort);
+    } catch (const std::exception& e) {
+        std::cerr << "firmcast-sim: " << e.what() << "\n";
+        return 1;
+    }
+    std::cout << "listening on " << host->port() << std::endl;
+
+    std::ofstream log;
+    if (!o.logPath.empty())
+        log.open(o.logPath);
+    size_t logged = 0;
+    while (!stopRequested) {
+        pump.doEvents();
+        if (log.is_open())
+            logged = fc::logNewSinkEvents(sink, logged, log);
+    }
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -60,6 +92,8 @@ int main(int argc, char** argv) {
     }
     std::signal(SIGINT, requestStop);
     std::signal(SIGTERM, requestStop);
+    if (options.tcpPort >= 0)
+        return runTcp(options);
 
     fc::RealPump pump;
     std::unique_ptr<fc::SerialDevice> device = makeDevice(options);

@@ -1,6 +1,7 @@
 #include "sim/sim_options.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #include "sim/banked_device.h"
@@ -14,6 +15,21 @@ bool number(const char* text, long long& out) {
     char* end = nullptr;
     out = std::strtoll(text, &end, 0);
     return end != text && *end == '\0';
+}
+
+bool realNumber(const char* text, double& out) {
+    char* end = nullptr;
+    out = std::strtod(text, &end);
+    return end != text && *end == '\0';
+}
+
+// A byte count, 0 or more.
+bool count(const char* text, long& out) {
+    long long value = 0;
+    if (!number(text, value) || value < 0)
+        return false;
+    out = static_cast<long>(value);
+    return true;
 }
 
 // "N:X" into two numbers.
@@ -39,6 +55,28 @@ std::string printable(const std::string& text) {
     return out;
 }
 
+// The options of the TCP mode; false for any other, or a bad value.
+bool tcpOption(const std::string& option, const char* v, SimOptions& out) {
+    long long a = 0;
+    if (option == "--tcp" && number(v, a) && a >= 0 && a <= 65535) {
+        out.tcpPort = static_cast<int>(a);
+        return true;
+    }
+    if (option == "--read-rate")
+        return realNumber(v, out.readRate) && out.readRate >= 0;
+    if (option == "--receive-buffer" && number(v, a) && a > 0) {
+        out.receiveBuffer = static_cast<int>(a);
+        return true;
+    }
+    if (option == "--stop-reading-after")
+        return count(v, out.tcpFaults.stopReadingAfter);
+    if (option == "--close-after")
+        return count(v, out.tcpFaults.closeAfter);
+    if (option == "--reset-after")
+        return count(v, out.tcpFaults.resetAfter);
+    return false;
+}
+
 }  // namespace
 
 std::string simUsage() {
@@ -58,7 +96,18 @@ std::string simUsage() {
            "  --log FILE           write every frame received to FILE\n"
            "  --help               this text\n"
            "  Frames: the H number of a numbered scale; for a banked device the place\n"
-           "  of the frame among all received, from 0 (probe 0, first line 1, erase 2).\n";
+           "  of the frame among all received, from 0 (probe 0, first line 1, erase 2).\n"
+           "\n"
+           "usage: firmcast-sim --tcp PORT [options]\n"
+           "  A scale's Ethernet boot loader that takes whatever it is sent, on\n"
+           "  0.0.0.0:PORT (0: any free port); the first line says \"listening on PORT\".\n"
+           "  --read-rate N           read N bytes a second (default 0: at once)\n"
+           "  --receive-buffer N      the socket's receive buffer (default 2048)\n"
+           "  --stop-reading-after N  stop reading after N bytes: the sender waits for ever\n"
+           "  --close-after N         close the connection after N bytes\n"
+           "  --reset-after N         reset the connection after N bytes\n"
+           "  --log FILE              write the connections and byte counts to FILE\n"
+           "  Counts run over all connections; each fault happens once.\n";
 }
 
 bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error) {
@@ -106,6 +155,8 @@ bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error)
                 error = "--slow needs a factor above 0";
                 return false;
             }
+        } else if (tcpOption(option, v, out)) {
+            // taken
         } else if (option == "--log") {
             out.logPath = v;
         } else {

@@ -1,11 +1,13 @@
 // The options of the simulator program: which device, at what speed, and
-// which faults it shows.
+// which faults it shows; or, with a TCP port, a scale's Ethernet boot loader
+// behind a listening socket.
 #pragma once
 
 #include <ostream>
 #include <string>
 
 #include "sim/device_faults.h"
+#include "sim/sink_scale.h"
 
 namespace fc {
 
@@ -21,6 +23,13 @@ struct SimOptions {
     std::string logPath;
     DeviceFaults faults;
     bool help = false;
+
+    // The TCP mode: the port to listen on (0: any free one), -1 for the
+    // serial mode on a pty.
+    int tcpPort = -1;
+    double readRate = 0;  // bytes a second, 0 at once
+    int receiveBuffer = 2048;
+    SinkScale::Faults tcpFaults;
 };
 
 bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error);

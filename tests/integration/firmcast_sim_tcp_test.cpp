@@ -1,0 +1,210 @@
+// firmcast-sim --tcp: a scale's Ethernet boot loader in a process of its own,
+// reached over a real TCP connection on 127.0.0.1; its faults as a client
+// sees them, its log, and its end on a signal.
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+#include <linux/sockios.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/scenario_rig.h"
+
+namespace fc::test {
+namespace {
+
+const std::string kBin = FIRMCAST_BIN_DIR;
+// A guard against hanging, not a measure of speed.
+constexpr int kPatienceMs = 10'000;
+
+// firmcast-sim in TCP mode; its first line names the port.
+class TcpSim {
+  public:
+    explicit TcpSim(std::vector<std::string> arguments) {
+        int out[2];
+        if (pipe(out) != 0)
+            return;
+        pid_ = fork();
+        if (pid_ == 0) {
+            dup2(out[1], STDOUT_FILENO);
+            close(out[0]);
+            close(out[1]);
+            std::vector<std::string> words{kBin + "/firmcast-sim", "--tcp", "0"};
+            words.insert(words.end(), arguments.begin(), arguments.end());
+            std::vector<char*> argv;
+            for (auto& w : words) argv.push_back(w.data());
+            argv.push_back(nullptr);
+            execv(argv[0], argv.data());
+            _exit(127);
+        }
+        close(out[1]);
+        char c;
+        while (read(out[0], &c, 1) == 1 && c != '\n') firstLine_ += c;
+        close(out[0]);
+        std::sscanf(firstLine_.c_str(), "listening on %d", &port_);
+    }
+    ~TcpSim() { stop(SIGTERM); }
+    // Sends `signal` and waits for the end; the exit status, or -1.
+    int stop(int signal) {
+        if (pid_ <= 0)
+            return -1;
+        kill(pid_, signal);
+        int raw = 0;
+        waitpid(pid_, &raw, 0);
+        pid_ = -1;
+        return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+    }
+    const std::string& firstLine() const { return firstLine_; }
+    int port() const { return port_; }
+
+  private:
+    pid_t pid_ = -1;
+    std::string firstLine_;
+    int port_ = 0;
+};
+
+// A blocking client with a patience on each wait.
+class Client {
+  public:
+    explicit Client(int port) {
+        fd_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        sockaddr_in to{};
+        to.sin_family = AF_INET;
+        to.sin_port = htons(static_cast<std::uint16_t>(port));
+        to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        connected_ = ::connect(fd_, reinterpret_cast<sockaddr*>(&to), sizeof to) == 0;
+    }
+    ~Client() { ::close(fd_); }
+    bool connected() const { return connected_; }
+    bool write(const std::string& bytes) {
+        return ::send(fd_, bytes.data(), bytes.size(), MSG_NOSIGNAL) ==
+               static_cast<ssize_t>(bytes.size());
+    }
+    void shutdownWriting() { ::shutdown(fd_, SHUT_WR); }
+    // Reads until the peer ends the connection: 0 for an orderly end, else the
+    // error met; -1 when nothing ended within the patience.
+    int waitForEnd() {
+        char buffer[4096];
+        for (;;) {
+            pollfd p{fd_, POLLIN, 0};
+            if (poll(&p, 1, kPatienceMs) <= 0)
+                return -1;
+            ssize_t n = ::recv(fd_, buffer, sizeof buffer, 0);
+            if (n == 0)
+                return 0;
+            if (n < 0)
+                return errno;
+        }
+    }
+    int unacknowledged() const {
+        int queued = 0;
+        ioctl(fd_, SIOCOUTQ, &queued);
+        return queued;
+    }
+
+  private:
+    int fd_ = -1;
+    bool connected_ = false;
+};
+
+std::string contentOf(const std::string& path) {
+    std::ifstream in(path);
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+TEST(FirmcastSimTcp, SaysItsPortFirstAndTakesWhatItIsSent) {
+    TempFolder folder;
+    std::string log = (folder.path() / "sim.log").string();
+    TcpSim sim({"--log", log});
+    ASSERT_GT(sim.port(), 0) << "first line: " << sim.firstLine();
+    EXPECT_EQ(sim.firstLine(), "listening on " + std::to_string(sim.port()));
+    {
+        Client client(sim.port());
+        ASSERT_TRUE(client.connected());
+        ASSERT_TRUE(client.write(std::string(5000, 'f')));
+        client.shutdownWriting();
+        // The scale closes when the program has.
+        EXPECT_EQ(client.waitForEnd(), 0);
+    }
+    EXPECT_EQ(sim.stop(SIGTERM), 0);
+    std::string text = contentOf(log);
+    EXPECT_NE(text.find(" ms connected total 0\n"), std::string::npos) << text;
+    EXPECT_NE(text.find(" ms program closed total 5000\n"), std::string::npos) << text;
+}
+
+TEST(FirmcastSimTcp, ResetsAfterTheBytesItIsTold) {
+    TempFolder folder;
+    std::string log = (folder.path() / "sim.log").string();
+    TcpSim sim({"--reset-after", "100", "--log", log});
+    ASSERT_GT(sim.port(), 0);
+    {
+        Client client(sim.port());
+        ASSERT_TRUE(client.connected());
+        ASSERT_TRUE(client.write(std::string(1000, 'r')));
+        EXPECT_EQ(client.waitForEnd(), ECONNRESET);
+    }
+    EXPECT_EQ(sim.stop(SIGTERM), 0);
+    std::string text = contentOf(log);
+    EXPECT_NE(text.find(" ms read 100 total 100\n"), std::string::npos) << text;
+    EXPECT_NE(text.find(" ms reset total 100\n"), std::string::npos) << text;
+}
+
+TEST(FirmcastSimTcp, ClosesAfterTheBytesItIsTold) {
+    TcpSim sim({"--close-after", "100"});
+    ASSERT_GT(sim.port(), 0);
+    Client client(sim.port());
+    ASSERT_TRUE(client.connected());
+    ASSERT_TRUE(client.write(std::string(1000, 'c')));
+    EXPECT_EQ(client.waitForEnd(), 0);
+}
+
+TEST(FirmcastSimTcp, StopsReadingAndLeavesTheSenderUnacknowledged) {
+    TempFolder folder;
+    std::string log = (folder.path() / "sim.log").string();
+    TcpSim sim({"--stop-reading-after", "100", "--receive-buffer", "1024", "--log", log});
+    ASSERT_GT(sim.port(), 0);
+    Client client(sim.port());
+    ASSERT_TRUE(client.connected());
+    ASSERT_TRUE(client.write(std::string(30000, 's')));
+    // Whatever the wait, the scale never takes the rest.
+    usleep(300'000);
+    EXPECT_GT(client.unacknowledged(), 0);
+    EXPECT_EQ(sim.stop(SIGTERM), 0);
+    std::string text = contentOf(log);
+    EXPECT_NE(text.find(" ms stopped reading total 100\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("total 101"), std::string::npos) << text;
+}
+
+TEST(FirmcastSimTcp, EndsOnInterrupt) {
+    TcpSim sim({"--read-rate", "500"});
+    ASSERT_GT(sim.port(), 0);
+    EXPECT_EQ(sim.stop(SIGINT), 0);
+}
+
+TEST(FirmcastSimTcp, RefusesABadPortAndTellsTheUsage) {
+    FILE* pipe = popen((kBin + "/firmcast-sim --tcp 70000 2>&1").c_str(), "r");
+    ASSERT_NE(pipe, nullptr);
+    std::string output;
+    char buffer[512];
+    while (fgets(buffer, sizeof buffer, pipe)) output += buffer;
+    int raw = pclose(pipe);
+    EXPECT_EQ(WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, 2);
+    EXPECT_NE(output.find("--tcp PORT"), std::string::npos) << output;
+    EXPECT_NE(output.find("--read-rate"), std::string::npos) << output;
+}
+
+}  // namespace
+}  // namespace fc::test
