@@ -8,7 +8,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <vector>
 
 #include "platform/socket_errors.h"
 
@@ -113,19 +112,19 @@ int LinuxUdpTransport::sendOnce(const Ipv4& address, int port, const std::string
 bool LinuxUdpTransport::receive(Datagram& out) {
     if (fd_ < 0)
         return false;
-    std::vector<char> buffer(kLargestDatagram);
+    buffer_.resize(kLargestDatagram);
     sockaddr_in from{};
     socklen_t length = sizeof from;
     ssize_t n;
     do {
-        n = ::recvfrom(fd_, buffer.data(), buffer.size(), MSG_DONTWAIT,
+        n = ::recvfrom(fd_, buffer_.data(), buffer_.size(), MSG_DONTWAIT,
                        reinterpret_cast<sockaddr*>(&from), &length);
     } while (n < 0 && errno == EINTR);
     if (n < 0)
         return false;
     out.from = addressBytes(from);
     out.fromPort = ntohs(from.sin_port);
-    out.bytes.assign(buffer.data(), static_cast<std::size_t>(n));
+    out.bytes.assign(buffer_.data(), static_cast<std::size_t>(n));
     return true;
 }
 

@@ -3,6 +3,8 @@
 // whole datagram.
 #pragma once
 
+#include <vector>
+
 #include "platform/udp_transport.h"
 
 namespace fc {
@@ -33,6 +35,8 @@ class LinuxUdpTransport : public UdpTransport {
 
     int fd_ = -1;
     bool bound_ = false;
+    // Room for the largest datagram, kept between receives.
+    std::vector<char> buffer_;
 };
 
 }  // namespace fc

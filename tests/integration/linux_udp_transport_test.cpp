@@ -161,14 +161,15 @@ TEST(LinuxUdpTransport, EveryByteValuePassesBothWays) {
     ASSERT_EQ(t.bind(0), 0);
     Peer peer;
 
-    ASSERT_EQ(t.sendTo(kLoopback, peer.port(), allByteValues()), 0);
+    const std::string values = allByteValues();
+    ASSERT_EQ(t.sendTo(kLoopback, peer.port(), values), 0);
     std::string got;
     int fromPort = 0;
     ASSERT_TRUE(peer.receive(got, fromPort));
-    EXPECT_EQ(got, allByteValues());
+    EXPECT_EQ(got, values);
     EXPECT_EQ(fromPort, t.localPort());
 
-    std::string back(allByteValues().rbegin(), allByteValues().rend());
+    const std::string back(values.rbegin(), values.rend());
     ASSERT_TRUE(peer.sendTo(t.localPort(), back));
     Datagram d;
     ASSERT_TRUE(waitForDatagram(t, d));
