@@ -14,7 +14,12 @@
 //   and each byte is acknowledged half a round trip after it went in; so a
 //   device that stops reading leaves bytes unacknowledged for ever;
 // - a host switched off answers nothing more: no echo, no address, no
-//   acknowledgement, no reset.
+//   acknowledgement, no reset;
+// - the program's close drops what has not reached the device's buffer, and
+//   the device hears of it half a round trip later;
+// - a device that closes drops what it has not read, and bytes that reach it
+//   afterwards are answered with a reset (10054), as a closed socket's stack
+//   answers them.
 //
 // The network must outlive the transports it made.
 #pragma once
