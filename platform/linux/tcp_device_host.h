@@ -24,7 +24,8 @@ class Pump;
 class TcpDeviceHost : public EventSource, public TcpDeviceLink {
   public:
     // Listens on `address` ("0.0.0.0", "127.0.0.1"), port `port` (0: any free
-    // one). Throws std::runtime_error when the socket cannot be had.
+    // one). Throws std::runtime_error when the socket cannot be had. The
+    // device must outlive the host.
     TcpDeviceHost(Pump& pump, TcpDevice& device, const std::string& address, int port);
     ~TcpDeviceHost() override;
     TcpDeviceHost(const TcpDeviceHost&) = delete;
