@@ -354,8 +354,7 @@ TEST_F(LinuxTcpLoopback, UnacknowledgedStaysAboveZeroWhileThePeerDoesNotRead) {
     while (std::chrono::steady_clock::now() < until) {
         transport.service();
         least = std::min(least, transport.unacknowledged());
-        pollfd p{transport.handle(), POLLOUT, 0};
-        poll(&p, 1, 1);
+        poll(nullptr, 0, 1);  // a pump turn: nothing arrives to end it sooner
     }
     EXPECT_GT(least, 0);
     EXPECT_TRUE(transport.status().connected);
