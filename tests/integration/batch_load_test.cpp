@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "support/firmware_files.h"
+#include "support/first_line_process.h"
 #include "support/scenario_rig.h"
 
 namespace fc::test {
@@ -21,43 +22,19 @@ namespace {
 
 const std::string kBin = FIRMCAST_BIN_DIR;
 
-// A simulated device in a process of its own, on a pty.
+// firmcast-sim on a pty of its own; its first line names the tty.
 class SimProcess {
   public:
-    explicit SimProcess(const std::vector<std::string>& arguments) {
-        int out[2];
-        if (pipe(out) != 0)
-            return;
-        pid_ = fork();
-        if (pid_ == 0) {
-            dup2(out[1], STDOUT_FILENO);
-            close(out[0]);
-            close(out[1]);
-            std::vector<std::string> words{kBin + "/firmcast-sim"};
-            words.insert(words.end(), arguments.begin(), arguments.end());
-            std::vector<char*> argv;
-            for (auto& w : words) argv.push_back(w.data());
-            argv.push_back(nullptr);
-            execv(argv[0], argv.data());
-            _exit(127);
-        }
-        close(out[1]);
-        // The simulator prints its tty on its first line.
-        char c;
-        while (read(out[0], &c, 1) == 1 && c != '\n') tty_ += c;
-        close(out[0]);
-    }
-    ~SimProcess() {
-        if (pid_ <= 0)
-            return;
-        kill(pid_, SIGTERM);
-        waitpid(pid_, nullptr, 0);
-    }
-    const std::string& tty() const { return tty_; }
+    explicit SimProcess(const std::vector<std::string>& arguments) : process_(words(arguments)) {}
+    const std::string& tty() const { return process_.firstLine(); }
 
   private:
-    pid_t pid_ = -1;
-    std::string tty_;
+    static std::vector<std::string> words(const std::vector<std::string>& arguments) {
+        std::vector<std::string> all{kBin + "/firmcast-sim"};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        return all;
+    }
+    FirstLineProcess process_;
 };
 
 std::vector<std::string> simArguments(const std::string& device, const std::string& eraseMs) {

@@ -19,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "support/first_line_process.h"
 #include "support/scenario_rig.h"
 
 namespace fc::test {
@@ -31,46 +32,20 @@ constexpr int kPatienceMs = 10'000;
 // firmcast-sim in TCP mode; its first line names the port.
 class TcpSim {
   public:
-    explicit TcpSim(std::vector<std::string> arguments) {
-        int out[2];
-        if (pipe(out) != 0)
-            return;
-        pid_ = fork();
-        if (pid_ == 0) {
-            dup2(out[1], STDOUT_FILENO);
-            close(out[0]);
-            close(out[1]);
-            std::vector<std::string> words{kBin + "/firmcast-sim", "--tcp", "0"};
-            words.insert(words.end(), arguments.begin(), arguments.end());
-            std::vector<char*> argv;
-            for (auto& w : words) argv.push_back(w.data());
-            argv.push_back(nullptr);
-            execv(argv[0], argv.data());
-            _exit(127);
-        }
-        close(out[1]);
-        char c;
-        while (read(out[0], &c, 1) == 1 && c != '\n') firstLine_ += c;
-        close(out[0]);
-        std::sscanf(firstLine_.c_str(), "listening on %d", &port_);
+    explicit TcpSim(const std::vector<std::string>& arguments) : process_(words(arguments)) {
+        std::sscanf(firstLine().c_str(), "listening on %d", &port_);
     }
-    ~TcpSim() { stop(SIGTERM); }
-    // Sends `signal` and waits for the end; the exit status, or -1.
-    int stop(int signal) {
-        if (pid_ <= 0)
-            return -1;
-        kill(pid_, signal);
-        int raw = 0;
-        waitpid(pid_, &raw, 0);
-        pid_ = -1;
-        return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    }
-    const std::string& firstLine() const { return firstLine_; }
+    int stop(int signal) { return process_.stop(signal); }
+    const std::string& firstLine() const { return process_.firstLine(); }
     int port() const { return port_; }
 
   private:
-    pid_t pid_ = -1;
-    std::string firstLine_;
+    static std::vector<std::string> words(const std::vector<std::string>& arguments) {
+        std::vector<std::string> all{kBin + "/firmcast-sim", "--tcp", "0"};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        return all;
+    }
+    FirstLineProcess process_;
     int port_ = 0;
 };
 

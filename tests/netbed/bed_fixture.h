@@ -53,4 +53,21 @@ class PingGroupRange {
     std::string old_;
 };
 
+// Puts a scale's own MAC back when the test ends, however it ends.
+class MacChange {
+  public:
+    MacChange(const BedScale& scale, const Mac& mac) : scale_(scale) { set(mac); }
+    ~MacChange() { set(scale_.mac); }
+    MacChange(const MacChange&) = delete;
+    MacChange& operator=(const MacChange&) = delete;
+
+  private:
+    void set(const Mac& mac) {
+        EXPECT_TRUE(run("ip -n " + scale_.ns + " link set dev " + kScaleInterface + " address " +
+                        text(mac)));
+    }
+
+    BedScale scale_;
+};
+
 }  // namespace fc::netbed

@@ -18,23 +18,6 @@ const Ipv4 kUnusedAddress{10, 77, 0, 200};
 // A scale's MAC as its new boot loader might have it.
 const Mac kChangedMac{0x02, 0x46, 0x43, 0x00, 0x01, 0x99};
 
-// Puts a scale's own MAC back when the test ends, however it ends.
-class MacChange {
-  public:
-    MacChange(const BedScale& scale, const Mac& mac) : scale_(scale) { set(mac); }
-    ~MacChange() { set(scale_.mac); }
-    MacChange(const MacChange&) = delete;
-    MacChange& operator=(const MacChange&) = delete;
-
-  private:
-    void set(const Mac& mac) {
-        EXPECT_TRUE(run("ip -n " + scale_.ns + " link set dev " + kScaleInterface + " address " +
-                        text(mac)));
-    }
-
-    BedScale scale_;
-};
-
 // A second LAN card of the loader: one end of a veth pair of its own.
 class SecondInterface {
   public:

@@ -1,0 +1,42 @@
+// The loader's side of the test bed: the common module and the network
+// module on the real pump, the machine's network and the machine's kernel
+// objects, with a program folder of its own.
+#pragma once
+
+#include "common/common_module.h"
+#include "ethernet/network_module.h"
+#include "platform/file_table.h"
+#include "platform/linux/linux_file_system.h"
+#include "platform/linux/linux_network.h"
+#include "platform/linux/posix_kernel_objects.h"
+#include "platform/linux/sqlite_database.h"
+#include "platform/linux/system_calendar.h"
+#include "platform/real_pump.h"
+#include "platform/recording_dialogs.h"
+#include "platform/window_timer.h"
+#include "unit/common_fixture.h"
+
+namespace fc::netbed {
+
+struct LoaderWorld {
+    LoaderWorld() {
+        TimerClose.onTimer = [this] { TimerClose.setEnabled(false); };
+    }
+
+    RealPump pump;
+    RecordingDialogs dialogs{pump};
+    commontest::NoSerialPorts serialPorts;
+    FileTable files;
+    commontest::ScratchFolder home;
+    LinuxFileSystem fileSystem;
+    PosixKernelObjects kernel;
+    SystemCalendar calendar;
+    SqliteDatabaseEngine databases;
+    Services services{pump, dialogs, serialPorts, files, home.str()};
+    CommonModule c{services, fileSystem, kernel, calendar, databases};
+    LinuxNetwork network;
+    WindowTimer TimerClose{pump, "TimerClose"};
+    NetworkModule m{c, network, TimerClose};
+};
+
+}  // namespace fc::netbed
