@@ -10,7 +10,11 @@
 namespace fc {
 
 namespace {
+// How often a connection in progress is looked at.
 constexpr Micros kPollEvery = 1000;
+// How often the acknowledgement of a send is looked at: a scale acknowledges
+// within a fraction of a millisecond, and the next message waits for it.
+constexpr Micros kPollAcknowledgement = 100;
 
 bool sameStatus(const TcpStatus& a, const TcpStatus& b) {
     return a.connecting == b.connecting && a.connected == b.connected &&
@@ -92,7 +96,9 @@ Micros TcpSocket::nextDue() const {
         return kNever;
     if (hasNews())
         return kDueNow;
-    if (state_ == sck::kConnecting || sendPending_)
+    if (sendPending_)
+        return lastRun_ + kPollAcknowledgement;
+    if (state_ == sck::kConnecting)
         return lastRun_ + kPollEvery;
     return kNever;
 }

@@ -61,8 +61,8 @@ class TcpSocket : public EventSource {
     std::function<void()> onClose;
     std::function<void(Integer number, const std::string& description)> onError;
 
-    // EventSource: polls a connection in progress and unacknowledged sends
-    // every millisecond; arrivals wake it at once.
+    // EventSource: polls a connection in progress every millisecond and an
+    // unacknowledged send every 100 us; arrivals wake it at once.
     Micros nextDue() const override;
     void runDue(Micros now) override;
     int wakeFd() const override;
