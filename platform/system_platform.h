@@ -1,6 +1,6 @@
-// The machine's own file system, calendar, kernel objects and database
-// engine, for a screen that needs the common procedures and was not handed
-// a module of them by its program.
+// The machine's own file system, calendar, kernel objects, database engine
+// and network, for a screen that needs the common procedures (or the network)
+// and was not handed a module of them by its program.
 #pragma once
 
 namespace fc {
@@ -9,10 +9,12 @@ class FileSystem;
 class Calendar;
 class KernelObjects;
 class DatabaseEngine;
+class Network;
 
 FileSystem& systemFileSystem();
 const Calendar& systemCalendar();
 KernelObjects& systemKernelObjects();
 DatabaseEngine& systemDatabases();
+Network& systemNetwork();
 
 }  // namespace fc

@@ -1,6 +1,7 @@
 #include "platform/system_platform.h"
 
 #include "platform/linux/linux_file_system.h"
+#include "platform/linux/linux_network.h"
 #include "platform/linux/posix_kernel_objects.h"
 #include "platform/linux/sqlite_database.h"
 #include "platform/linux/system_calendar.h"
@@ -27,6 +28,11 @@ KernelObjects& systemKernelObjects() {
 DatabaseEngine& systemDatabases() {
     static SqliteDatabaseEngine databases;
     return databases;
+}
+
+Network& systemNetwork() {
+    static LinuxNetwork network;
+    return network;
 }
 
 }  // namespace fc
