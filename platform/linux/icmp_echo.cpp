@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/linux/icmp_packet.h"
+#include "platform/linux/socket_address.h"
 
 namespace fc {
 
@@ -109,13 +110,6 @@ class EchoSocket {
 
 bool isUnreachable(int error) {
     return error == EHOSTUNREACH || error == ENETUNREACH || error == EHOSTDOWN || error == ENETDOWN;
-}
-
-sockaddr_in socketAddress(const Ipv4& address) {
-    sockaddr_in to{};
-    to.sin_family = AF_INET;
-    std::memcpy(&to.sin_addr.s_addr, address.data(), address.size());
-    return to;
 }
 
 }  // namespace

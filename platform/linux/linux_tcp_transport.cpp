@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "platform/linux/socket_address.h"
 #include "platform/socket_errors.h"
 
 namespace fc {
@@ -49,14 +50,6 @@ int immediateError(int error) {
         default:
             return connectionError(error);
     }
-}
-
-sockaddr_in socketAddress(const Ipv4& address, int port) {
-    sockaddr_in to{};
-    to.sin_family = AF_INET;
-    to.sin_port = htons(static_cast<std::uint16_t>(port));
-    std::memcpy(&to.sin_addr.s_addr, address.data(), address.size());  // already in network order
-    return to;
 }
 
 bool wouldBlock(int error) {

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "platform/linux/socket_address.h"
 #include "platform/socket_errors.h"
 
 namespace fc {
@@ -36,20 +37,6 @@ int datagramError(int error) {
         default:
             return sck::kConnectAborted;
     }
-}
-
-sockaddr_in socketAddress(const Ipv4& address, int port) {
-    sockaddr_in to{};
-    to.sin_family = AF_INET;
-    to.sin_port = htons(static_cast<std::uint16_t>(port));
-    std::memcpy(&to.sin_addr.s_addr, address.data(), address.size());  // already in network order
-    return to;
-}
-
-Ipv4 addressBytes(const sockaddr_in& from) {
-    Ipv4 ip{};
-    std::memcpy(ip.data(), &from.sin_addr.s_addr, ip.size());
-    return ip;
 }
 
 }  // namespace
