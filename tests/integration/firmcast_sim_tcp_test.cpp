@@ -19,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/linux/socket_address.h"
 #include "support/first_line_process.h"
 #include "support/scenario_rig.h"
 
@@ -54,10 +55,7 @@ class Client {
   public:
     explicit Client(int port) {
         fd_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-        sockaddr_in to{};
-        to.sin_family = AF_INET;
-        to.sin_port = htons(static_cast<std::uint16_t>(port));
-        to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        sockaddr_in to = socketAddress(Ipv4{127, 0, 0, 1}, port);
         connected_ = ::connect(fd_, reinterpret_cast<sockaddr*>(&to), sizeof to) == 0;
     }
     ~Client() { ::close(fd_); }

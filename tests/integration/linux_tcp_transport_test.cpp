@@ -18,7 +18,9 @@
 #include <string>
 
 #include "platform/linux/linux_tcp_transport.h"
+#include "platform/linux/socket_address.h"
 #include "platform/socket_errors.h"
+#include "support/byte_values.h"
 
 namespace fc {
 namespace {
@@ -26,12 +28,6 @@ namespace {
 // A safety net against a hung test, not a speed requirement.
 constexpr int kPatienceMs = 5000;
 const Ipv4 kLoopback{127, 0, 0, 1};
-
-std::string allByteValues() {
-    std::string s;
-    for (int v = 0; v < 256; ++v) s += static_cast<char>(v);
-    return s;
-}
 
 std::string reversed(std::string s) {
     return std::string(s.rbegin(), s.rend());
@@ -72,11 +68,7 @@ class Fd {
 };
 
 sockaddr_in loopbackAddress(int port) {
-    sockaddr_in a{};
-    a.sin_family = AF_INET;
-    a.sin_port = htons(static_cast<std::uint16_t>(port));
-    a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return a;
+    return socketAddress(kLoopback, port);
 }
 
 int boundPort(int fd) {

@@ -15,7 +15,9 @@
 #include <vector>
 
 #include "platform/linux/linux_udp_transport.h"
+#include "platform/linux/socket_address.h"
 #include "platform/socket_errors.h"
+#include "support/byte_values.h"
 
 namespace fc {
 namespace {
@@ -26,18 +28,8 @@ constexpr int kPatienceMs = 5000;
 constexpr std::size_t kLargestIpv4Payload = 65507;
 const Ipv4 kLoopback{127, 0, 0, 1};
 
-std::string allByteValues() {
-    std::string s;
-    for (int v = 0; v < 256; ++v) s += static_cast<char>(v);
-    return s;
-}
-
 sockaddr_in loopbackAddress(int port) {
-    sockaddr_in a{};
-    a.sin_family = AF_INET;
-    a.sin_port = htons(static_cast<std::uint16_t>(port));
-    a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return a;
+    return socketAddress(kLoopback, port);
 }
 
 // The far end: a datagram socket bound to a free loopback port.

@@ -22,18 +22,13 @@
 #include "platform/real_pump.h"
 #include "platform/runtime_error.h"
 #include "platform/serial_line.h"
+#include "support/byte_values.h"
 
 namespace fc {
 namespace {
 
 // A safety net against a hung test, not a speed requirement.
 constexpr int kPatienceMs = 5000;
-
-std::string allByteValues() {
-    std::string s;
-    for (int v = 0; v < 256; ++v) s += static_cast<char>(v);
-    return s;
-}
 
 void expectError(int number, const std::function<void()>& operation) {
     try {

@@ -16,9 +16,11 @@
 #include <memory>
 #include <string>
 
+#include "platform/linux/socket_address.h"
 #include "platform/linux/tcp_device_host.h"
 #include "platform/real_pump.h"
 #include "platform/virtual/tcp_device.h"
+#include "support/byte_values.h"
 
 namespace fc {
 namespace {
@@ -50,21 +52,12 @@ class RecordingDevice : public TcpDevice {
     bool echo = false;
 };
 
-std::string allByteValues() {
-    std::string s;
-    for (int v = 0; v < 256; ++v) s += static_cast<char>(v);
-    return s;
-}
-
 // A plain client: the program's end, non-blocking.
 class Client {
   public:
     explicit Client(int port) {
         fd_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-        sockaddr_in to{};
-        to.sin_family = AF_INET;
-        to.sin_port = htons(static_cast<std::uint16_t>(port));
-        to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        sockaddr_in to = socketAddress(Ipv4{127, 0, 0, 1}, port);
         // The kernel completes the handshake from the backlog, before the
         // host accepts.
         if (::connect(fd_, reinterpret_cast<sockaddr*>(&to), sizeof to) != 0) {

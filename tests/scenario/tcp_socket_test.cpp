@@ -8,6 +8,7 @@
 #include "platform/runtime_error.h"
 #include "platform/socket_state.h"
 #include "platform/tcp_socket.h"
+#include "support/byte_values.h"
 #include "support/network_rig.h"
 
 namespace fc {
@@ -15,12 +16,6 @@ namespace {
 
 using nettest::KeepingDevice;
 using nettest::NetworkRig;
-
-std::string allByteValues() {
-    std::string bytes;
-    for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
-    return bytes;
-}
 
 struct Events {
     int connects = 0;

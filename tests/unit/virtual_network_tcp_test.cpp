@@ -12,6 +12,7 @@
 #include "platform/virtual/virtual_host.h"
 #include "platform/virtual/virtual_network.h"
 #include "platform/virtual_pump.h"
+#include "support/byte_values.h"
 
 namespace fc {
 namespace {
@@ -39,12 +40,6 @@ class RecordingDevice : public TcpDevice {
     std::vector<Micros> readTimes;
     Micros programClosedAt = -1;
 };
-
-std::string allByteValues() {
-    std::string s;
-    for (int v = 0; v < 256; ++v) s += static_cast<char>(v);
-    return s;
-}
 
 class VirtualNetworkTcp : public ::testing::Test {
   protected:

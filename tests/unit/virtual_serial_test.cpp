@@ -12,6 +12,7 @@
 #include "platform/virtual_pump.h"
 #include "platform/window_timer.h"
 #include "sim/echo_device.h"
+#include "support/byte_values.h"
 
 namespace fc {
 namespace {
@@ -26,12 +27,6 @@ LineSettings settingsOf(const std::string& text) {
 // of the n-th one, rounded up.
 Micros charactersEnd(long n, int bits, int baud) {
     return (n * bits * 1000000L + baud - 1) / baud;
-}
-
-std::string allByteValues() {
-    std::string s;
-    for (int v = 0; v < 256; ++v) s += static_cast<char>(v);
-    return s;
 }
 
 // A device that keeps what it heard, when, and every DTR change.
