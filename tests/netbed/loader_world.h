@@ -1,6 +1,7 @@
 // The loader's side of the test bed: the common module and the network
-// module on the real pump, the machine's network and the machine's kernel
-// objects, with a program folder of its own.
+// module on the real pump and the machine's network, with a program folder of
+// its own. The kernel objects are the in-process ones: the bed is about the
+// network, and the machine's named objects are shared with whatever else runs.
 #pragma once
 
 #include "common/common_module.h"
@@ -8,11 +9,11 @@
 #include "platform/file_table.h"
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/linux_network.h"
-#include "platform/linux/posix_kernel_objects.h"
 #include "platform/linux/sqlite_database.h"
 #include "platform/linux/system_calendar.h"
 #include "platform/real_pump.h"
 #include "platform/recording_dialogs.h"
+#include "platform/virtual/virtual_kernel_objects.h"
 #include "platform/window_timer.h"
 #include "unit/common_fixture.h"
 
@@ -29,7 +30,7 @@ struct LoaderWorld {
     FileTable files;
     commontest::ScratchFolder home;
     LinuxFileSystem fileSystem;
-    PosixKernelObjects kernel;
+    VirtualKernelObjects kernel{pump};
     SystemCalendar calendar;
     SqliteDatabaseEngine databases;
     Services services{pump, dialogs, serialPorts, files, home.str()};
