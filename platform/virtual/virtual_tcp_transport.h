@@ -12,7 +12,7 @@ namespace fc {
 class VirtualNetwork;
 class VirtualTcpConnection;
 
-class VirtualTcpTransport : public TcpTransport {
+class VirtualTcpTransport final : public TcpTransport {
   public:
     explicit VirtualTcpTransport(VirtualNetwork& network) : network_(network) {}
     ~VirtualTcpTransport() override;

@@ -10,7 +10,7 @@ namespace fc {
 
 class VirtualNetwork;
 
-class VirtualUdpTransport : public UdpTransport {
+class VirtualUdpTransport final : public UdpTransport {
   public:
     explicit VirtualUdpTransport(VirtualNetwork& network) : network_(network) {}
     ~VirtualUdpTransport() override;
