@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "app/batch_exit.h"
 #include "app/batch_dry_run.h"
+#include "app/batch_exit.h"
 #include "app/batch_load.h"
 #include "app/batch_options.h"
 #include "platform/runtime_error.h"
