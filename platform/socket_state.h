@@ -9,9 +9,5 @@ constexpr Integer kClosed = 0;
 constexpr Integer kOpen = 1;
 constexpr Integer kConnecting = 6;
 constexpr Integer kConnected = 7;
-// The peer has closed its side; the program's Close ends it.
-constexpr Integer kClosing = 8;
-// The connection failed or broke; the program's Close ends it.
-constexpr Integer kError = 9;
 
 }  // namespace fc::sck

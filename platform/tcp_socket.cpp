@@ -64,7 +64,7 @@ void TcpSocket::close() {
 }
 
 Long TcpSocket::socketHandle() const {
-    return transport_ ? transport_->handle() : -1;
+    return transport_ && state_ != sck::kClosed ? transport_->handle() : -1;
 }
 
 void TcpSocket::sendData(const std::string& data) {
@@ -91,8 +91,8 @@ bool TcpSocket::hasNews() const {
 }
 
 Micros TcpSocket::nextDue() const {
-    // A failed connection has nothing more to tell until it is closed.
-    if (!transport_ || state_ == sck::kError)
+    // An ended connection has nothing more to tell.
+    if (!transport_ || state_ == sck::kClosed)
         return kNever;
     if (hasNews())
         return kDueNow;
@@ -104,7 +104,7 @@ Micros TcpSocket::nextDue() const {
 }
 
 int TcpSocket::wakeFd() const {
-    return transport_ ? transport_->wakeFd() : -1;
+    return transport_ && state_ != sck::kClosed ? transport_->wakeFd() : -1;
 }
 
 void TcpSocket::runDue(Micros now) {
@@ -118,7 +118,7 @@ void TcpSocket::runDue(Micros now) {
     transport_->service();
     if (state_ == sck::kConnecting)
         followConnecting();
-    else if (state_ == sck::kConnected || state_ == sck::kClosing)
+    else if (state_ == sck::kConnected)
         followConnected();
 }
 
@@ -157,21 +157,28 @@ void TcpSocket::followConnected() {
     seen_ = transport_->status();
     if (seen_.error != 0) {
         fail(seen_.error);
-    } else if (seen_.peerClosed && state_ == sck::kConnected) {
-        state_ = sck::kClosing;
+    } else if (seen_.peerClosed) {
+        end();
         if (onClose)
             onClose();
     }
 }
 
 void TcpSocket::fail(int number) {
+    end();
+    if (onError)
+        onError(static_cast<Integer>(number), sck::description(number));
+}
+
+// The connection is over: State 0, nothing more to follow; the transport
+// stays for what it received.
+void TcpSocket::end() {
     pendingError_ = 0;
-    state_ = sck::kError;
+    state_ = sck::kClosed;
     sendPending_ = false;
     if (transport_)
         seen_ = transport_->status();
-    if (onError)
-        onError(static_cast<Integer>(number), sck::description(number));
+    pump_.remove(*this);
 }
 
 }  // namespace fc

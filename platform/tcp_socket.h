@@ -8,9 +8,11 @@
 // not when the bytes have left this machine: with the buffers made small, the
 // peer's reading paces the sender.
 //
-// A refused or broken connection raises Error and leaves State at 9; a peer
-// that closes raises Close and leaves State at 8. Either stays until the
-// program's Close.
+// However a connection ends other than by the program's Close (refused,
+// reset, timed out, closed by the peer), the control raises Error (or Close
+// for the peer's orderly close) and State is 0 again: the loader sees a lost
+// scale as State 0. What arrived before the end stays readable by GetData
+// until the next Connect or Close.
 #pragma once
 
 #include <functional>
@@ -46,7 +48,7 @@ class TcpSocket : public EventSource {
     // Ends the connection in any state; State becomes 0 at once.
     void close();
     Integer state() const { return state_; }
-    // The socket's handle for the option calls; -1 when there is none.
+    // The socket's handle for the option calls; -1 when it is closed.
     Long socketHandle() const;
 
     // Only while connected (State 7), else error 40006.
@@ -72,6 +74,7 @@ class TcpSocket : public EventSource {
     void followConnecting();
     void followConnected();
     void fail(int number);
+    void end();
 
     Pump& pump_;
     Network& network_;

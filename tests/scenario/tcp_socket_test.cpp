@@ -76,26 +76,23 @@ TEST_F(TcpSocketTest, ConnectOutsideState0IsError40020) {
     }
 }
 
-TEST_F(TcpSocketTest, ARefusedConnectionRaisesError10061AndStaysInState9UntilClosed) {
+TEST_F(TcpSocketTest, ARefusedConnectionRaisesError10061AndLeavesState0) {
     rig.net.addHost(nettest::scaleIp(1), nettest::scaleMac(1));  // up, nothing listening
     connectTo(nettest::scaleIpText(1));
     EXPECT_FALSE(connected());
-    EXPECT_EQ(socket.state(), sck::kError);
+    EXPECT_EQ(socket.state(), sck::kClosed);
+    EXPECT_EQ(socket.socketHandle(), -1);
     ASSERT_EQ(events.errors, std::vector<Integer>{10061});
     EXPECT_EQ(events.errorTexts[0], "Connection is forcefully rejected");
     rig.pumpFor(100);
-    EXPECT_EQ(socket.state(), sck::kError);
     EXPECT_EQ(events.errors.size(), 1u);
-    socket.close();
-    EXPECT_EQ(socket.state(), sck::kClosed);
-    EXPECT_EQ(socket.socketHandle(), -1);
+    EXPECT_EQ(events.connects, 0);
 }
 
-TEST_F(TcpSocketTest, AClosedSocketConnectsAgainAfterARefusal) {
+TEST_F(TcpSocketTest, ASocketConnectsAgainAfterARefusal) {
     VirtualHost& host = rig.net.addHost(nettest::scaleIp(1), nettest::scaleMac(1));
     connectTo(nettest::scaleIpText(1));
     EXPECT_FALSE(connected());
-    socket.close();
     host.listen(nettest::kScalePort, [] { return std::make_unique<KeepingDevice>(); });
     socket.connect();
     EXPECT_TRUE(connected());
@@ -106,6 +103,7 @@ TEST_F(TcpSocketTest, AnAddressWithNoHostTimesOutWithError10060After21Seconds) {
     Micros start = rig.pump.nowMicros();
     EXPECT_FALSE(connected());
     EXPECT_EQ(events.errors, std::vector<Integer>{10060});
+    EXPECT_EQ(socket.state(), sck::kClosed);
     EXPECT_EQ(events.errorTexts[0],
               "Attempt to connect timed out without establishing a connection");
     EXPECT_GE(rig.pump.nowMicros() - start, Micros(21000) * 1000);
@@ -227,28 +225,41 @@ TEST_F(TcpSocketTest, SendCompleteNeverComesFromAHostSwitchedOffMidway) {
     EXPECT_EQ(socket.state(), sck::kConnected);
 }
 
-TEST_F(TcpSocketTest, APeerThatClosesRaisesCloseWithState8AndItsLastBytesStillReadable) {
+TEST_F(TcpSocketTest, APeerThatClosesRaisesCloseAndLeavesState0WithItsLastBytesReadable) {
     rig.addScale(1);
     connectTo(nettest::scaleIpText(1));
     ASSERT_TRUE(connected());
     rig.lastDevice->send("bye");
     rig.lastDevice->closeConnection();
     ASSERT_TRUE(rig.pumpUntil([&] { return events.closes == 1; }, 1000));
-    EXPECT_EQ(socket.state(), sck::kClosing);
+    EXPECT_EQ(socket.state(), sck::kClosed);
     EXPECT_EQ(events.arrivals, std::vector<Long>{3});
     EXPECT_EQ(socket.getData(), "bye");
-    socket.close();
-    EXPECT_EQ(socket.state(), sck::kClosed);
+    EXPECT_TRUE(events.errors.empty());
 }
 
-TEST_F(TcpSocketTest, APeerResetRaisesError10054AndState9) {
+TEST_F(TcpSocketTest, APeerResetRaisesError10054AndLeavesState0) {
     rig.addScale(1);
     connectTo(nettest::scaleIpText(1));
     ASSERT_TRUE(connected());
     rig.lastDevice->resetConnection();
     ASSERT_TRUE(rig.pumpUntil([&] { return !events.errors.empty(); }, 1000));
     EXPECT_EQ(events.errors, std::vector<Integer>{10054});
-    EXPECT_EQ(socket.state(), sck::kError);
+    EXPECT_EQ(socket.state(), sck::kClosed);
+}
+
+TEST_F(TcpSocketTest, SendDataAfterTheConnectionWasLostIsError40006) {
+    rig.addScale(1);
+    connectTo(nettest::scaleIpText(1));
+    ASSERT_TRUE(connected());
+    rig.lastDevice->resetConnection();
+    ASSERT_TRUE(rig.pumpUntil([&] { return socket.state() == sck::kClosed; }, 1000));
+    try {
+        socket.sendData("x");
+        FAIL() << "a send on a lost connection was taken";
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), 40006);
+    }
 }
 
 TEST_F(TcpSocketTest, CloseTellsTheDeviceAndEndsTheEvents) {
