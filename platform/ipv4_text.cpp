@@ -6,7 +6,7 @@ namespace fc {
 
 namespace {
 
-// Reads one decimal part 0..255 at `pos`; false when there is none.
+// Reads one decimal number, 0 to 255, at `pos`; false when there is none.
 bool readPart(const std::string& text, size_t& pos, std::uint8_t& out) {
     size_t start = pos;
     int value = 0;
