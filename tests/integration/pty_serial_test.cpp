@@ -23,6 +23,7 @@
 #include "platform/runtime_error.h"
 #include "platform/serial_line.h"
 #include "support/byte_values.h"
+#include "support/pump_until.h"
 
 namespace fc {
 namespace {
@@ -139,13 +140,7 @@ class PtySerial : public ::testing::Test {
     // Pumps events, as a load's wait does, until `done` holds; false when it
     // did not within the patience.
     bool pumpUntil(const std::function<bool()>& done) {
-        std::int64_t limit = pump.now() + kPatienceMs;
-        while (!done()) {
-            if (pump.now() > limit)
-                return false;
-            pump.doEvents();
-        }
-        return true;
+        return fc::pumpUntil(pump, done, kPatienceMs);
     }
 
     // What the device end receives, `count` bytes, pumping meanwhile.

@@ -21,6 +21,7 @@
 #include "platform/real_pump.h"
 #include "platform/virtual/tcp_device.h"
 #include "support/byte_values.h"
+#include "support/pump_until.h"
 
 namespace fc {
 namespace {
@@ -113,13 +114,7 @@ class TcpDeviceHostTest : public ::testing::Test {
   protected:
     void start() { host = std::make_unique<TcpDeviceHost>(pump, device, "127.0.0.1", 0); }
     bool pumpUntil(const std::function<bool()>& done) {
-        std::int64_t limit = pump.now() + kPatienceMs;
-        while (!done()) {
-            if (pump.now() > limit)
-                return false;
-            pump.doEvents();
-        }
-        return true;
+        return fc::pumpUntil(pump, done, kPatienceMs);
     }
     void pumpFor(std::int64_t ms) {
         std::int64_t end = pump.now() + ms;

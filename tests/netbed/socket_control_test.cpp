@@ -17,6 +17,7 @@
 #include "platform/socket_state.h"
 #include "platform/tcp_socket.h"
 #include "support/first_line_process.h"
+#include "support/pump_until.h"
 
 namespace fc::netbed {
 namespace {
@@ -24,7 +25,7 @@ namespace {
 constexpr int kScalePort = 3000;
 constexpr int kMessage = 1029;
 // A guard against a hang, not a measure of speed.
-constexpr Micros kPatience = Micros(10'000) * 1000;
+constexpr int kPatienceMs = 10'000;
 
 std::string programFolder() {
     const char* bin = std::getenv("FIRMCAST_NETBED_BIN");
@@ -66,22 +67,17 @@ class SocketOnBed : public BedTest {
         socket.setRemotePort(kScalePort);
         socket.connect();
         AplicaOpcionesSocket(world.m, socket);
-        waitFor([this] { return socket.state() != sck::kConnecting; }, kPatience);
+        pumpUntil(
+            world.pump, [this] { return socket.state() != sck::kConnecting; }, kPatienceMs);
         return socket.state() == sck::kConnected;
     }
 
-    // Pumps events until `done` or `patience` has passed; whether it is done.
-    bool waitFor(const std::function<bool()>& done, Micros patience) {
-        Micros end = world.pump.nowMicros() + patience;
-        while (!done() && world.pump.nowMicros() < end) world.pump.doEvents();
-        return done();
-    }
-
     // Sends one message and waits for its SendComplete.
-    bool sendOne(Micros patience) {
+    bool sendOne(int patienceMs) {
         int before = sendCompletes;
         socket.sendData(std::string(kMessage, '\x30'));
-        return waitFor([&] { return sendCompletes > before; }, patience);
+        return pumpUntil(
+            world.pump, [&] { return sendCompletes > before; }, patienceMs);
     }
 };
 
@@ -107,7 +103,7 @@ TEST_F(SocketOnBed, SendCompleteFollowsAScaleThatReadsSlowly) {
     ASSERT_TRUE(connectTo(bed.scales[1]));
     const int messages = 40;
     Micros start = world.pump.nowMicros();
-    for (int i = 0; i < messages; ++i) ASSERT_TRUE(sendOne(kPatience)) << "message " << i;
+    for (int i = 0; i < messages; ++i) ASSERT_TRUE(sendOne(kPatienceMs)) << "message " << i;
     Micros took = world.pump.nowMicros() - start;
     // Only what the two small buffers hold can be complete before the scale
     // has read it; the rest comes at the scale's pace.
@@ -122,13 +118,13 @@ TEST_F(SocketOnBed, SendCompleteNeverComesWhenTheScaleStopsReading) {
     ASSERT_EQ(sim.firstLine(), "listening on 3000");
     ASSERT_TRUE(connectTo(bed.scales[2]));
     int completed = 0;
-    const Micros halfSecond = Micros(500) * 1000;
-    while (completed < 40 && sendOne(halfSecond)) ++completed;
+    while (completed < 40 && sendOne(500)) ++completed;
     EXPECT_LT(completed, 40) << "every send completed though the scale stopped reading";
     EXPECT_GE(completed, 2) << "the first two messages were read";
     // It stays incomplete, and the connection stays up.
     int before = sendCompletes;
-    waitFor([] { return false; }, Micros(1000) * 1000);
+    pumpUntil(
+        world.pump, [] { return false; }, 1000);
     EXPECT_EQ(sendCompletes, before);
     EXPECT_EQ(socket.state(), sck::kConnected);
 }
@@ -137,7 +133,7 @@ TEST_F(SocketOnBed, CerrarSocketClosesTheConnectionToAScale) {
     FirstLineProcess sim(simInScale(bed.scales[0], {}));
     ASSERT_EQ(sim.firstLine(), "listening on 3000");
     ASSERT_TRUE(connectTo(bed.scales[0]));
-    ASSERT_TRUE(sendOne(kPatience));
+    ASSERT_TRUE(sendOne(kPatienceMs));
     CerrarSocket(world.m, socket);
     EXPECT_EQ(socket.state(), sck::kClosed);
     EXPECT_FALSE(world.TimerClose.enabled());

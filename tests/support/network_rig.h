@@ -13,6 +13,7 @@
 #include "platform/virtual/virtual_network.h"
 #include "platform/virtual_pump.h"
 #include "platform/window_timer.h"
+#include "support/pump_until.h"
 
 namespace fc::nettest {
 
@@ -74,9 +75,7 @@ struct NetworkRig {
         tick.onTimer = [] {};
         tick.setInterval(1);
         tick.setEnabled(true);
-        Micros end = pump.nowMicros() + Micros(ms) * 1000;
-        while (!done() && pump.nowMicros() < end) pump.doEvents();
-        return done();
+        return fc::pumpUntil(pump, done, ms);
     }
     void pumpFor(int ms) {
         pumpUntil([] { return false; }, ms);
