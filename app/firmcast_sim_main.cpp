@@ -99,6 +99,7 @@ int main(int argc, char** argv) {
     std::unique_ptr<fc::SerialDevice> device = makeDevice(options);
     fc::PtyDeviceHost host(pump, *device);
     host.setSlowFactor(options.slowFactor);
+    host.setLineTime(true);
     std::cout << host.ttyPath() << std::endl;
 
     std::ofstream log;

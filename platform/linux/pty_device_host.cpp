@@ -4,6 +4,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <stdexcept>
@@ -138,10 +139,23 @@ void PtyDeviceHost::readFromProgram() {
             continue;
         int mask =
             device_->settings().dataBits >= 8 ? 0xFF : (1 << device_->settings().dataBits) - 1;
-        for (ssize_t i = 0; i < n && device_; ++i) {
-            device_->onReceive(static_cast<Byte>(static_cast<unsigned char>(buffer[i]) & mask));
-        }
+        for (ssize_t i = 0; i < n && device_; ++i)
+            hear(static_cast<Byte>(static_cast<unsigned char>(buffer[i]) & mask));
     }
+}
+
+void PtyDeviceHost::hear(Byte byte) {
+    if (!lineTime_) {
+        device_->onReceive(byte);
+        return;
+    }
+    const LineSettings& line = device_->settings();
+    Micros character = static_cast<Micros>(1e6 * line.bitsPerCharacter() / line.baud);
+    heardUntil_ = std::max(heardUntil_, now()) + character;
+    actions_.emplace(heardUntil_, [this, byte] {
+        if (device_ && !hungUp_)
+            device_->onReceive(byte);
+    });
 }
 
 }  // namespace fc

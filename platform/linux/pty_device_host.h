@@ -9,6 +9,11 @@
 // device's, the device hears garbage, that is nothing; a 7-bit device never
 // sees bit 8. A slow factor stretches the device's answers, as a slow line
 // would.
+//
+// A pty also moves bytes at once. With the line's time on, the device hears
+// each character only when its last bit would have arrived at the device's
+// speed, as on a cable: a program that sends and then throws its input away
+// cannot lose an answer that, on a real line, could not have come yet.
 #pragma once
 
 #include <map>
@@ -16,6 +21,7 @@
 
 #include "platform/event_source.h"
 #include "platform/serial_port.h"
+#include "platform/vb_types.h"
 #include "platform/virtual/device_link.h"
 
 namespace fc {
@@ -36,6 +42,8 @@ class PtyDeviceHost : public EventSource, public DeviceLink {
     const std::string& ttyPath() const { return ttyPath_; }
 
     void setSlowFactor(double factor) { slowFactor_ = factor; }
+    // Off by default: a bench of the loader's own turnaround wants none.
+    void setLineTime(bool on) { lineTime_ = on; }
     // Drops the line: from now on nothing passes either way.
     void hangUp() { hungUp_ = true; }
 
@@ -54,6 +62,7 @@ class PtyDeviceHost : public EventSource, public DeviceLink {
   private:
     bool programSettingsMatch() const;
     void readFromProgram();
+    void hear(Byte byte);
     void runDueActions(Micros now);
 
     Pump& pump_;
@@ -63,6 +72,9 @@ class PtyDeviceHost : public EventSource, public DeviceLink {
     std::string ttyPath_;
     double slowFactor_ = 1.0;
     bool hungUp_ = false;
+    bool lineTime_ = false;
+    // When the last character sent by the program has been heard whole.
+    Micros heardUntil_ = 0;
     std::multimap<Micros, std::function<void()>> actions_;
 };
 
