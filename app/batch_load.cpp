@@ -9,8 +9,8 @@
 #include "app/batch_progress.h"
 #include "app/batch_world.h"
 #include "control/catalogue.h"
-#include "control/scale_list_entry.h"
-#include "platform/operator_script.h"
+#include "operator/scale_list_entry.h"
+#include "operator/operator_script.h"
 
 namespace fc::batch {
 

@@ -28,7 +28,7 @@
 #include "platform/linux/unix_odbc.h"
 #include "platform/odbc_ini.h"
 #include "platform/program_folder.h"
-#include "platform/real_pump.h"
+#include "platform/linux/real_pump.h"
 #include "platform/runtime_error.h"
 
 namespace {

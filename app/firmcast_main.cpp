@@ -2,7 +2,7 @@
 // first character of the command line, 0 to 3; the rest is ignored.
 #include <QApplication>
 
-#include "app/firmcast_layout.h"
+#include "gui/firmcast_layout.h"
 #include "app/mac_station.h"
 #include "control/firmcast_form.h"
 #include "platform/file_table.h"

@@ -11,9 +11,9 @@
 #include <memory>
 #include <string>
 
-#include "platform/linux/pty_device_host.h"
-#include "platform/linux/tcp_device_host.h"
-#include "platform/real_pump.h"
+#include "sim/host/pty_device_host.h"
+#include "sim/host/tcp_device_host.h"
+#include "platform/linux/real_pump.h"
 #include "sim/banked_device.h"
 #include "sim/echo_device.h"
 #include "sim/numbered_scale.h"

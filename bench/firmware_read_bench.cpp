@@ -23,8 +23,8 @@
 #include "firmware/preprocesa_file.h"
 #include "platform/file_table.h"
 #include "platform/linux/termios_port.h"
-#include "platform/real_pump.h"
-#include "platform/recording_dialogs.h"
+#include "platform/linux/real_pump.h"
+#include "operator/recording_dialogs.h"
 
 namespace {
 

@@ -15,7 +15,7 @@
 
 #include "bench/bench_pty.h"
 #include "platform/linux/termios_port.h"
-#include "platform/real_pump.h"
+#include "platform/linux/real_pump.h"
 #include "platform/serial_line.h"
 
 namespace {

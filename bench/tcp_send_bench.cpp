@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "platform/linux/linux_network.h"
-#include "platform/linux/tcp_device_host.h"
-#include "platform/real_pump.h"
+#include "sim/host/tcp_device_host.h"
+#include "platform/linux/real_pump.h"
 #include "platform/socket_state.h"
 #include "platform/tcp_socket.h"
 #include "sim/sink_scale.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/virtual/serial_device.h"
+#include "sim/device/serial_device.h"
 #include "sim/device_faults.h"
 
 namespace fc {

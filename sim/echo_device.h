@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/virtual/serial_device.h"
+#include "sim/device/serial_device.h"
 
 namespace fc {
 

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/virtual/tcp_device.h"
+#include "sim/device/tcp_device.h"
 
 namespace fc {
 

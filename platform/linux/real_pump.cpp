@@ -1,4 +1,4 @@
-#include "platform/real_pump.h"
+#include "platform/linux/real_pump.h"
 
 #include <poll.h>
 

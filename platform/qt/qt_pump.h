@@ -2,7 +2,7 @@
 // own timers, lines and sockets, blocking at most 1 ms when nothing is due.
 #pragma once
 
-#include "platform/real_pump.h"
+#include "platform/linux/real_pump.h"
 
 namespace fc {
 

@@ -15,7 +15,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "app/firmcast_layout.h"
+#include "gui/firmcast_layout.h"
 #include "control/catalogue.h"
 #include "control/firmcast_form.h"
 #include "gui_application.h"
@@ -24,8 +24,8 @@
 #include "platform/qt/qt_pump.h"
 #include "platform/qt/screen_layout.h"
 #include "platform/qt/screen_window.h"
-#include "platform/recording_dialogs.h"
-#include "platform/virtual/virtual_serial.h"
+#include "operator/recording_dialogs.h"
+#include "virtual/virtual_serial.h"
 
 namespace fc::test {
 namespace {

@@ -18,14 +18,14 @@
 #include <iostream>
 #include <map>
 
-#include "app/firmcast_layout.h"
+#include "gui/firmcast_layout.h"
 #include "control/firmcast_form.h"
-#include "control/scale_list_entry.h"
+#include "operator/scale_list_entry.h"
 #include "platform/file_table.h"
 #include "platform/linux/process_launcher.h"
-#include "platform/linux/pty_device_host.h"
+#include "sim/host/pty_device_host.h"
 #include "platform/linux/termios_port.h"
-#include "platform/operator_script.h"
+#include "operator/operator_script.h"
 #include "platform/program_folder.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_pump.h"

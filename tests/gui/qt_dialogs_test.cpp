@@ -9,7 +9,7 @@
 
 #include "demo_screen.h"
 #include "gui_application.h"
-#include "platform/operator_script.h"
+#include "operator/operator_script.h"
 #include "platform/qt/message_box_style.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_pump.h"

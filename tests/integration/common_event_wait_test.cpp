@@ -12,7 +12,7 @@
 
 #include "common/kernel_waits.h"
 #include "platform/linux/posix_kernel_objects.h"
-#include "platform/real_pump.h"
+#include "platform/linux/real_pump.h"
 #include "tests/unit/common_fixture.h"
 
 namespace fc {

@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/pty_device_host.h"
-#include "platform/real_pump.h"
-#include "platform/virtual/serial_device.h"
+#include "sim/host/pty_device_host.h"
+#include "platform/linux/real_pump.h"
+#include "sim/device/serial_device.h"
 #include "support/pump_until.h"
 
 namespace fc {

@@ -19,7 +19,7 @@
 #include "platform/environment.h"
 #include "platform/linux/line_speed.h"
 #include "platform/linux/termios_port.h"
-#include "platform/real_pump.h"
+#include "platform/linux/real_pump.h"
 #include "platform/runtime_error.h"
 #include "platform/serial_line.h"
 #include "support/byte_values.h"

@@ -17,9 +17,9 @@
 #include <string>
 
 #include "platform/linux/socket_address.h"
-#include "platform/linux/tcp_device_host.h"
-#include "platform/real_pump.h"
-#include "platform/virtual/tcp_device.h"
+#include "sim/host/tcp_device_host.h"
+#include "platform/linux/real_pump.h"
+#include "sim/device/tcp_device.h"
 #include "support/byte_values.h"
 #include "support/pump_until.h"
 

@@ -11,9 +11,9 @@
 #include "platform/linux/linux_network.h"
 #include "platform/linux/sqlite_database.h"
 #include "platform/linux/system_calendar.h"
-#include "platform/real_pump.h"
-#include "platform/recording_dialogs.h"
-#include "platform/virtual/virtual_kernel_objects.h"
+#include "platform/linux/real_pump.h"
+#include "operator/recording_dialogs.h"
+#include "virtual/virtual_kernel_objects.h"
 #include "platform/window_timer.h"
 #include "unit/common_fixture.h"
 

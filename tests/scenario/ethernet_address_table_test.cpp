@@ -6,7 +6,7 @@
 
 #include "ethernet/address_table.h"
 #include "ethernet/network_module.h"
-#include "platform/virtual/virtual_network.h"
+#include "virtual/virtual_network.h"
 #include "platform/window_timer.h"
 #include "support/network_rig.h"
 #include "unit/common_fixture.h"

@@ -7,7 +7,7 @@
 #include "ethernet/socket_close.h"
 #include "platform/socket_state.h"
 #include "platform/tcp_socket.h"
-#include "platform/virtual/virtual_network.h"
+#include "virtual/virtual_network.h"
 #include "platform/window_timer.h"
 #include "support/network_rig.h"
 #include "unit/common_fixture.h"

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "control/scale_list_entry.h"
-#include "platform/operator_script.h"
+#include "operator/scale_list_entry.h"
+#include "operator/operator_script.h"
 #include "support/scenario_rig.h"
 #include "support/wizard_steps.h"
 

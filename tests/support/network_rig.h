@@ -9,9 +9,9 @@
 #include <memory>
 #include <string>
 
-#include "platform/virtual/tcp_device.h"
-#include "platform/virtual/virtual_network.h"
-#include "platform/virtual_pump.h"
+#include "sim/device/tcp_device.h"
+#include "virtual/virtual_network.h"
+#include "virtual/virtual_pump.h"
 #include "platform/window_timer.h"
 #include "support/pump_until.h"
 

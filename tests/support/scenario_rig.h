@@ -11,10 +11,10 @@
 
 #include "control/firmcast_form.h"
 #include "platform/file_table.h"
-#include "platform/operator_script.h"
-#include "platform/recording_dialogs.h"
-#include "platform/virtual/virtual_serial.h"
-#include "platform/virtual_pump.h"
+#include "operator/operator_script.h"
+#include "operator/recording_dialogs.h"
+#include "virtual/virtual_serial.h"
+#include "virtual/virtual_pump.h"
 
 namespace fc::test {
 

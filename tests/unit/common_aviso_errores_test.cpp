@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "common/frm_aviso_errores.h"
-#include "platform/operator_script.h"
+#include "operator/operator_script.h"
 #include "tests/unit/common_fixture.h"
 
 namespace fc {

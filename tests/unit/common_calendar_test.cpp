@@ -6,8 +6,8 @@
 #include <string>
 
 #include "platform/linux/system_calendar.h"
-#include "platform/virtual/virtual_calendar.h"
-#include "platform/virtual_pump.h"
+#include "virtual/virtual_calendar.h"
+#include "virtual/virtual_pump.h"
 
 namespace fc {
 namespace {

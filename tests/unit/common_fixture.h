@@ -16,13 +16,13 @@
 #include "platform/file_table.h"
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/sqlite_database.h"
-#include "platform/recording_dialogs.h"
+#include "operator/recording_dialogs.h"
 #include "platform/runtime_error.h"
 #include "platform/serial_port.h"
 #include "platform/services.h"
-#include "platform/virtual/virtual_calendar.h"
-#include "platform/virtual/virtual_kernel_objects.h"
-#include "platform/virtual_pump.h"
+#include "virtual/virtual_calendar.h"
+#include "virtual/virtual_kernel_objects.h"
+#include "virtual/virtual_pump.h"
 
 namespace fc::commontest {
 

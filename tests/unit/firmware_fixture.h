@@ -12,9 +12,9 @@
 #include "firmware/reader_panel.h"
 #include "platform/controls.h"
 #include "platform/file_table.h"
-#include "platform/recording_dialogs.h"
+#include "operator/recording_dialogs.h"
 #include "platform/screen.h"
-#include "platform/virtual_pump.h"
+#include "virtual/virtual_pump.h"
 #include "support/scenario_rig.h"
 
 namespace fc::test {

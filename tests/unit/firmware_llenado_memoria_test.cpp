@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "firmware/llenado_memoria.h"
-#include "platform/recording_dialogs.h"
-#include "platform/virtual_pump.h"
+#include "operator/recording_dialogs.h"
+#include "virtual/virtual_pump.h"
 
 namespace fc {
 namespace {

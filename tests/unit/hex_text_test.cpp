@@ -6,9 +6,9 @@
 
 #include "firmware/hex_record.h"
 #include "firmware/hex_text.h"
-#include "platform/recording_dialogs.h"
+#include "operator/recording_dialogs.h"
 #include "platform/runtime_error.h"
-#include "platform/virtual_pump.h"
+#include "virtual/virtual_pump.h"
 
 namespace fc {
 namespace {

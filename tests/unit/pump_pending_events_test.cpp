@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/event_source.h"
-#include "platform/real_pump.h"
-#include "platform/virtual_pump.h"
+#include "platform/linux/real_pump.h"
+#include "virtual/virtual_pump.h"
 #include "platform/window_timer.h"
 
 namespace fc {

@@ -6,9 +6,9 @@
 #include <sstream>
 
 #include "platform/socket_errors.h"
-#include "platform/virtual/virtual_host.h"
-#include "platform/virtual/virtual_network.h"
-#include "platform/virtual_pump.h"
+#include "virtual/virtual_host.h"
+#include "virtual/virtual_network.h"
+#include "virtual/virtual_pump.h"
 #include "sim/sink_scale.h"
 
 namespace fc {

@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "platform/socket_errors.h"
-#include "platform/virtual/tcp_device.h"
-#include "platform/virtual/virtual_host.h"
-#include "platform/virtual/virtual_network.h"
-#include "platform/virtual_pump.h"
+#include "sim/device/tcp_device.h"
+#include "virtual/virtual_host.h"
+#include "virtual/virtual_network.h"
+#include "virtual/virtual_pump.h"
 #include "support/byte_values.h"
 
 namespace fc {

@@ -2,9 +2,9 @@
 // socket option calls.
 #include <gtest/gtest.h>
 
-#include "platform/virtual/virtual_host.h"
-#include "platform/virtual/virtual_network.h"
-#include "platform/virtual_pump.h"
+#include "virtual/virtual_host.h"
+#include "virtual/virtual_network.h"
+#include "virtual/virtual_pump.h"
 
 namespace fc {
 namespace {

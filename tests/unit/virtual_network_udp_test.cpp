@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "platform/socket_errors.h"
-#include "platform/virtual/virtual_host.h"
-#include "platform/virtual/virtual_network.h"
-#include "platform/virtual_pump.h"
+#include "virtual/virtual_host.h"
+#include "virtual/virtual_network.h"
+#include "virtual/virtual_pump.h"
 
 namespace fc {
 namespace {

@@ -8,8 +8,8 @@
 
 #include "platform/runtime_error.h"
 #include "platform/serial_line.h"
-#include "platform/virtual/virtual_serial.h"
-#include "platform/virtual_pump.h"
+#include "virtual/virtual_serial.h"
+#include "virtual/virtual_pump.h"
 #include "platform/window_timer.h"
 #include "sim/echo_device.h"
 #include "support/byte_values.h"

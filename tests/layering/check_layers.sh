@@ -1,0 +1,85 @@
+#!/usr/bin/env bash
+# Checks the layering of the tree: each folder includes only the folders its
+# row below allows, the system's own folders include no operating-system or
+# Qt header, and no program of the product links the virtual world or the
+# simulators (firmcast-sim alone links sim/).
+#   check_layers.sh SOURCE_DIR [BUILD_DIR]
+set -u
+top=${1:?source folder}
+build=${2:-}
+cd "$top" || exit 1
+failures=0
+
+# folder | the folders its files may include (besides itself)
+allowed() {
+    case "$1" in
+        platform) echo "" ;;
+        platform/linux) echo "platform" ;;
+        platform/qt) echo "platform platform/linux" ;;
+        common | firmware | serial | visor | display) echo "platform common firmware" ;;
+        ethernet | mac) echo "platform common firmware" ;;
+        control) echo "platform common firmware serial ethernet mac visor display" ;;
+        sim/device) echo "platform" ;;
+        sim/host) echo "platform platform/linux sim/device" ;;
+        sim) echo "platform sim/device" ;;
+        virtual) echo "platform sim/device" ;;
+        operator) echo "platform common firmware serial ethernet mac visor display control" ;;
+        gui) echo "platform platform/qt common firmware serial ethernet mac visor display control" ;;
+        app) echo "platform platform/linux platform/qt common firmware serial ethernet mac visor display control operator gui" ;;
+    esac
+}
+
+# The system's own folders: standard C++ headers only.
+system_folders="platform common firmware serial ethernet mac visor display control"
+
+fail() {
+    echo "$1"
+    failures=$((failures + 1))
+}
+
+check_folder() {
+    local folder=$1 ok=" $1 $(allowed "$1") " file line target
+    for file in "$folder"/*.cpp "$folder"/*.h; do
+        [ -e "$file" ] || continue
+        while IFS= read -r line; do
+            target=${line#*\"}
+            target=${target%\"*}
+            target=${target%/*}
+            if [ "$folder" = app ] && [ "$file" = app/firmcast_sim_main.cpp ] &&
+                [[ $target == sim || $target == sim/host ]]; then
+                continue
+            fi
+            [[ $ok == *" $target "* ]] || fail "$file includes $target/, which $folder/ may not use"
+        done < <(grep -h '^#include "' "$file")
+        if [[ " $system_folders " == *" $folder "* ]]; then
+            while IFS= read -r line; do
+                fail "$file includes the system header $line; the system reaches the machine through platform/"
+            done < <(grep -h '^#include <' "$file" | grep -E '\.h>|<Q')
+        fi
+    done
+}
+
+for folder in platform platform/linux platform/qt common firmware serial ethernet mac visor display \
+              control sim/device sim/host sim virtual operator gui app; do
+    check_folder "$folder"
+done
+
+# The programs' link lines, where a build is at hand.
+if [ -n "$build" ]; then
+    for program in firmcast firmcast-batch firmcast-macdb firmcast-sim; do
+        link="$build/app/CMakeFiles/$program.dir/link.txt"
+        [ -f "$link" ] || continue
+        grep -q 'libfc_virtual\.a' "$link" && fail "$program links the virtual world"
+        grep -q 'libfc_operator\.a' "$link" && [ "$program" != firmcast-batch ] &&
+            fail "$program links the scripted operator"
+        if [ "$program" != firmcast-sim ] && grep -qE 'libfc_sim(_host|_device)?\.a' "$link"; then
+            fail "$program links the simulators"
+        fi
+    done
+fi
+
+if [ "$failures" -gt 0 ]; then
+    echo "$failures layering faults"
+    exit 1
+fi
+echo "layering: every folder includes only what it may"
