@@ -8,9 +8,9 @@
 #include "app/batch_exit.h"
 #include "app/batch_progress.h"
 #include "app/batch_world.h"
-#include "control/catalogue.h"
-#include "operator/scale_list_entry.h"
+#include "operator/model_choice.h"
 #include "operator/operator_script.h"
+#include "operator/scale_list_entry.h"
 
 namespace fc::batch {
 
@@ -22,18 +22,6 @@ namespace {
 constexpr const char* kFileDrive = "b:";
 
 struct LoadEnded {};
-
-const char* groupButton(int model) {
-    switch (catalogueEntry(model).group) {
-        case ModelGroup::Scales:
-            return "optBalanzas";
-        case ModelGroup::Labellers:
-            return "optEtiquetadoras";
-        case ModelGroup::Visors:
-            return "optVisores";
-    }
-    return "optBalanzas";
-}
 
 class LoadScript {
   public:
@@ -59,10 +47,7 @@ class LoadScript {
     int passesFailed() const { return failed_; }
 
   private:
-    void chooseModel() {
-        operatorClick(form_, groupButton(options_.model));
-        operatorClick(form_, form_.pictureOf(options_.model).name());
-    }
+    void chooseModel() { operatorPickModel(form_, options_.model); }
 
     void chooseWay() {
         if (options_.ethernet) {

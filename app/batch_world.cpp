@@ -9,7 +9,7 @@ BatchWorld::BatchWorld(std::ostream& out) {
 }
 
 Services BatchWorld::services() {
-    return Services{pump, dialogs, serialPorts, files, programFolder()};
+    return machine.services(pump, dialogs, serialPorts, files, programFolder());
 }
 
 }  // namespace fc::batch

@@ -6,10 +6,11 @@
 #include <ostream>
 
 #include "control/firmcast_form.h"
-#include "platform/file_table.h"
-#include "platform/linux/termios_port.h"
-#include "platform/linux/real_pump.h"
 #include "operator/recording_dialogs.h"
+#include "platform/file_table.h"
+#include "platform/linux/linux_machine.h"
+#include "platform/linux/real_pump.h"
+#include "platform/linux/termios_port.h"
 
 namespace fc::batch {
 
@@ -23,6 +24,7 @@ struct BatchWorld {
     RecordingDialogs dialogs{pump};
     TermiosPortOpener serialPorts;
     FileTable files;
+    LinuxMachine machine;
 };
 
 }  // namespace fc::batch

@@ -20,15 +20,12 @@
 #include "mac/mac_register.h"
 #include "mac/mac_tables.h"
 #include "platform/file_table.h"
-#include "platform/linux/linux_file_system.h"
-#include "platform/linux/posix_kernel_objects.h"
-#include "platform/linux/sqlite_database.h"
-#include "platform/linux/system_calendar.h"
+#include "platform/linux/linux_machine.h"
+#include "platform/linux/real_pump.h"
 #include "platform/linux/termios_port.h"
 #include "platform/linux/unix_odbc.h"
 #include "platform/odbc_ini.h"
 #include "platform/program_folder.h"
-#include "platform/linux/real_pump.h"
 #include "platform/runtime_error.h"
 
 namespace {
@@ -75,12 +72,10 @@ struct World {
     fc::ConsoleDialogs dialogs{std::cerr};
     fc::TermiosPortOpener serialPorts;
     fc::FileTable files;
-    fc::LinuxFileSystem fileSystem;
-    fc::PosixKernelObjects kernel;
-    fc::SystemCalendar calendar;
-    fc::SqliteDatabaseEngine databases;
-    fc::Services services{pump, dialogs, serialPorts, files, fc::programFolder()};
-    fc::CommonModule c{services, fileSystem, kernel, calendar, databases};
+    fc::LinuxMachine machine;
+    fc::Services services =
+        machine.services(pump, dialogs, serialPorts, files, fc::programFolder());
+    fc::CommonModule c{services};
     fc::UnixOdbcEnvironment odbc;
 };
 

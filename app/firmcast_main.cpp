@@ -2,10 +2,11 @@
 // first character of the command line, 0 to 3; the rest is ignored.
 #include <QApplication>
 
-#include "gui/firmcast_layout.h"
 #include "app/mac_station.h"
 #include "control/firmcast_form.h"
+#include "gui/firmcast_layout.h"
 #include "platform/file_table.h"
+#include "platform/linux/linux_machine.h"
 #include "platform/linux/process_launcher.h"
 #include "platform/linux/termios_port.h"
 #include "platform/program_folder.h"
@@ -23,11 +24,10 @@ int main(int argc, char** argv) {
     fc::QtDialogs dialogs(pump);
     fc::TermiosPortOpener serialPorts;
     fc::FileTable files;
-    fc::LinuxProcessLauncher launcher;
-    fc::Services services{pump, dialogs, serialPorts, files, fc::programFolder()};
-    fc::Firmcast form(services);
-    fc::MacStation macStation(services);
-    macStation.wire(form);
+    fc::LinuxMachine machine;
+    fc::LinuxProcessLauncher launcher(machine.drives);
+    fc::Firmcast form(machine.services(pump, dialogs, serialPorts, files, fc::programFolder()));
+    fc::MacStation macStation(form);
     form.hooks().startProgram = [&launcher](const std::string& commandLine) {
         return launcher.start(commandLine);
     };

@@ -7,14 +7,9 @@
 
 namespace fc {
 
-MacStation::MacStation(Services& services)
-    : c{services, fileSystem, kernel, calendar, databases},
-      m{c, odbc, kOrigenMac, nullptr, nullptr} {
+MacStation::MacStation(Firmcast& form) : m{form.common(), odbc, kOrigenMac, nullptr, nullptr} {
     // The driver manager reads the data sources at the first connection.
-    defaultOdbcIni(services.programFolder);
-}
-
-void MacStation::wire(Firmcast& form) {
+    defaultOdbcIni(form.services().programFolder);
     m.descargaPrincipal = [&form] { form.unload(); };
     form.hooks().DameMACAddress = [this](Firmcast&) { return DameMACAddress(m); };
 }

@@ -21,10 +21,11 @@
 #include "control/firmware_panels.h"
 #include "firmware/file_loader.h"
 #include "firmware/preprocesa_file.h"
-#include "platform/file_table.h"
-#include "platform/linux/termios_port.h"
-#include "platform/linux/real_pump.h"
 #include "operator/recording_dialogs.h"
+#include "platform/file_table.h"
+#include "platform/linux/linux_machine.h"
+#include "platform/linux/real_pump.h"
+#include "platform/linux/termios_port.h"
 
 namespace {
 
@@ -79,7 +80,8 @@ bool readAsTheEthernetPathDoes(const std::string& path) {
     fc::RecordingDialogs dialogs(pump);
     fc::TermiosPortOpener serialPorts;
     fc::FileTable files;
-    fc::Firmcast form(fc::Services{pump, dialogs, serialPorts, files, "."});
+    fc::LinuxMachine machine(fc::Drives{});  // the file is named by its host path
+    fc::Firmcast form(machine.services(pump, dialogs, serialPorts, files, "."));
     form.es_serie_w = fc::kTrue;
     form.fichero_firmware = path;
     fc::PreprocessPanel preproceso = fc::preprocessPanel(form);

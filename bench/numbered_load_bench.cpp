@@ -12,17 +12,18 @@
 #include <vector>
 
 #include "control/firmcast_form.h"
-#include "platform/file_table.h"
-#include "sim/host/pty_device_host.h"
-#include "platform/linux/termios_port.h"
 #include "operator/operator_script.h"
-#include "platform/linux/real_pump.h"
 #include "operator/recording_dialogs.h"
-#include "virtual/virtual_serial.h"
-#include "virtual/virtual_pump.h"
+#include "platform/file_table.h"
+#include "platform/linux/linux_machine.h"
+#include "platform/linux/real_pump.h"
+#include "platform/linux/termios_port.h"
+#include "sim/host/pty_device_host.h"
 #include "sim/numbered_scale.h"
 #include "support/firmware_files.h"
 #include "support/scenario_rig.h"
+#include "virtual/virtual_pump.h"
+#include "virtual/virtual_serial.h"
 
 namespace {
 
@@ -32,10 +33,12 @@ struct Done {};
 
 // Drives the wizard to a Serie_N load of C:\fw.hex on COM1 and returns when
 // the pass has ended.
-void runLoad(Pump& pump, SerialPortOpener& ports, const std::string& home) {
+void runLoad(Pump& pump, SerialPortOpener& ports, const std::string& driveC,
+             const std::string& home) {
     RecordingDialogs dialogs(pump);
     FileTable files;
-    Firmcast form(Services{pump, dialogs, ports, files, home});
+    LinuxMachine machine(Drives({{'c', driveC}}));
+    Firmcast form(machine.services(pump, dialogs, ports, files, home));
     OperatorScript script(pump);
     Firmcast* f = &form;
     script.when([f] { return f->Seleccion.reachable(); }, "model",
@@ -74,7 +77,6 @@ int main() {
     test::TempFolder driveC, home;
     std::string file = test::intelHexFile(records);
     driveC.write("fw.hex", file);
-    setenv("FIRMCAST_DRIVE_C", driveC.path().c_str(), 1);
     std::printf("file: %zu bytes, %d data records\n", file.size(), records);
 
     {
@@ -87,7 +89,7 @@ int main() {
         setenv("FIRMCAST_COM1", host.ttyPath().c_str(), 1);
         TermiosPortOpener ports;
         auto start = std::chrono::steady_clock::now();
-        runLoad(pump, ports, home.path().string());
+        runLoad(pump, ports, driveC.path().string(), home.path().string());
         double seconds =
             std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
         std::vector<double> turnaround;
@@ -109,7 +111,7 @@ int main() {
         NumberedScale scale(config);
         VirtualSerialOpener ports(pump);
         ports.attach(1, scale);
-        runLoad(pump, ports, home.path().string());
+        runLoad(pump, ports, driveC.path().string(), home.path().string());
         double bytes = 0;
         for (const auto& frame : scale.frames())
             bytes += 5 + static_cast<double>(frame.record.size());

@@ -1,6 +1,7 @@
-// The module of common procedures: what it reaches the world through, and the
-// few globals it keeps. The program builds one and hands it to every screen
-// that calls a common procedure.
+// The module of common procedures: the services it reaches the world
+// through, and the few globals it keeps. The main screen holds the program's
+// one module and hands it to every screen and procedure that calls a common
+// procedure; a program without that screen builds its own.
 #pragma once
 
 #include "platform/services.h"
@@ -8,17 +9,10 @@
 
 namespace fc {
 
-class FileSystem;
-class KernelObjects;
-class Calendar;
-class DatabaseEngine;
-
 struct CommonModule {
-    Services& services;  // dialogs, files by number, the program's folder
-    FileSystem& fileSystem;
-    KernelObjects& kernel;
-    const Calendar& calendar;
-    DatabaseEngine& databases;
+    // Dialogs, files by number, the program's folder, the machine's file
+    // system, kernel objects, calendar and databases.
+    Services& services;
 
     // Entries written since the start, and since the log was last emptied.
     // Nothing reads them; they are kept as counts.

@@ -7,7 +7,7 @@ namespace fc {
 
 std::unique_ptr<Database> AbrirBD(CommonModule& c, const std::string& ruta) {
     std::unique_ptr<Database> bd;
-    withStandardHandler(c, "AbrirBD", [&] { bd = c.databases.openDatabase(ruta); });
+    withStandardHandler(c, "AbrirBD", [&] { bd = c.services.databases.openDatabase(ruta); });
     return bd;
 }
 

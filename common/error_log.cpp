@@ -42,7 +42,7 @@ std::string upper(std::string s) {
 std::optional<std::string> foundName(CommonModule& c, const std::string& folder,
                                      const std::string& name) {
     const std::string wanted = upper(name);
-    for (const FoundEntry& entry : c.fileSystem.findFiles(folder + "\\*.*")) {
+    for (const FoundEntry& entry : c.services.fileSystem.findFiles(folder + "\\*.*")) {
         if (upper(entry.name) == wanted)
             return entry.name;
     }
@@ -58,11 +58,11 @@ std::string nameOnDisk(CommonModule& c, const std::string& folder, const std::st
 void ensureLogFolder(CommonModule& c) {
     const std::string& home = c.services.programFolder;
     if (!foundName(c, home, kLogFolder))
-        c.fileSystem.makeFolder(home + "\\" + kLogFolder);
+        c.services.fileSystem.makeFolder(home + "\\" + kLogFolder);
 }
 
 bool smallEnoughToAppend(CommonModule& c, const std::string& path) {
-    double kilobytes = static_cast<double>(c.fileSystem.fileLength(path)) / 1024.0;
+    double kilobytes = static_cast<double>(c.services.fileSystem.fileLength(path)) / 1024.0;
     return roundHalfEven(kilobytes) <= kMaxKilobytes;
 }
 
@@ -88,9 +88,9 @@ std::string twoDigits(int n) {
 void writeEntry(CommonModule& c, int file, const std::string& nombre,
                 const std::string& descripcion, Long numero) {
     FileTable& files = c.services.files;
-    LocalDateTime now = c.calendar.now();
+    LocalDateTime now = c.services.calendar.now();
     std::string time = twoDigits(now.hour) + ":" + twoDigits(now.minute);
-    files.print(file, c.calendar.shortDate(now) + "  " + time + "  " + nombre);
+    files.print(file, c.services.calendar.shortDate(now) + "  " + time + "  " + nombre);
     std::string number = numero != 0 ? std::to_string(numero) + " - " : "";
     files.print(file, kIndent + number + descripcion);
     files.print(file, kIndent + std::string(53, '*'));
@@ -153,10 +153,10 @@ void BorrarFicherosRX(CommonModule& c) {
     } guard(c.borrandoTrazas);
     withStandardHandler(c, "BorrarFicherosRX", [&] {
         const std::string folder = carpetaLogs(c);
-        for (const FoundEntry& entry : c.fileSystem.findFiles(folder + "\\RX_*.*")) {
+        for (const FoundEntry& entry : c.services.fileSystem.findFiles(folder + "\\RX_*.*")) {
             // The listing of files leaves folders out.
             if (!entry.isFolder)
-                c.fileSystem.deleteFile(folder + "\\" + entry.name);
+                c.services.fileSystem.deleteFile(folder + "\\" + entry.name);
         }
     });
 }

@@ -9,7 +9,7 @@ namespace fc {
 Flag ExisteFichero(CommonModule& c, const std::string& ruta) {
     Flag found = kFalse;
     withStandardHandler(c, "ExisteFichero",
-                        [&] { found = toFlag(!c.fileSystem.findFiles(ruta).empty()); });
+                        [&] { found = toFlag(!c.services.fileSystem.findFiles(ruta).empty()); });
     return found;
 }
 

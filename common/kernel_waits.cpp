@@ -8,7 +8,7 @@ namespace fc {
 Long EsperaMutex(CommonModule& c, Handle handle) {
     Long resultado = 0;
     withStandardHandler(c, "EsperaMutex", [&] {
-        Long r = c.kernel.waitForSingleObject(handle, kEsperaMutexMs);
+        Long r = c.services.kernel.waitForSingleObject(handle, kEsperaMutexMs);
         resultado = (r == wait::kTimeout || r == wait::kAbandoned) ? -1 : 0;
     });
     return resultado;
@@ -16,15 +16,16 @@ Long EsperaMutex(CommonModule& c, Handle handle) {
 
 Long LiberaMutex(CommonModule& c, Handle handle) {
     Long resultado = 0;
-    withStandardHandler(c, "LiberaMutex", [&] { resultado = c.kernel.releaseMutex(handle); });
+    withStandardHandler(c, "LiberaMutex",
+                        [&] { resultado = c.services.kernel.releaseMutex(handle); });
     return resultado;
 }
 
 void EsperaEventoRecursos(CommonModule& c, Long milisegundos) {
     try {
-        Handle evento = c.kernel.createEvent(true, false, kEventoRecursos);
-        c.kernel.waitForSingleObject(evento, milisegundos);
-        c.kernel.closeHandle(evento);
+        Handle evento = c.services.kernel.createEvent(true, false, kEventoRecursos);
+        c.services.kernel.waitForSingleObject(evento, milisegundos);
+        c.services.kernel.closeHandle(evento);
     } catch (const RuntimeError&) {
         // Ignored, as every error here is.
     }

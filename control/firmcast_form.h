@@ -233,10 +233,8 @@ class Firmcast : public Screen {
     void GuardaInfoIni();
     void PrepararListaBalanzas(ListView& lista, int cuantos);
     void CargaComboBalanzas();
-    // The common procedures' module: the program's own when it handed one,
-    // else one on the machine's own pieces.
-    CommonModule& common();
-    void useCommonModule(CommonModule& c) { common_ = &c; }
+    // The program's module of common procedures, on this screen's services.
+    CommonModule& common() { return common_; }
     SerialPanel& serialPanel() { return panel_; }
     // What the line protocols use of this screen, for the load in hand.
     LinePanel linePanel();
@@ -290,7 +288,6 @@ class Firmcast : public Screen {
     void showStartFolder();
     void restoreRememberedFile();
     void fallBackToDriveC();
-    bool firstLineIsSound() const;
     void showLineProgress();
     Next serialConnect();
     Next finishSerialLoad();
@@ -317,8 +314,7 @@ class Firmcast : public Screen {
     std::vector<std::string> dirEntries_;
     std::unique_ptr<frmCargaMV510> visor_;
     std::unique_ptr<frmCargaDisplayGrafico> display_;
-    std::unique_ptr<CommonModule> ownCommon_;
-    CommonModule* common_ = nullptr;
+    CommonModule common_{services_};
 };
 
 }  // namespace fc

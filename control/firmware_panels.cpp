@@ -6,14 +6,9 @@ namespace fc {
 
 ReaderPanel readerPanel(Firmcast& form) {
     const Services& s = form.services();
-    return ReaderPanel{s.dialogs,
-                       s.files,
-                       form.Barra,
-                       form.Label2,
-                       form.fichero_firmware,
-                       form.linea_fichero,
-                       form.memoria,
-                       form.pos_memoria,
+    return ReaderPanel{s.dialogs,          s.files,      s.drives,
+                       form.Barra,         form.Label2,  form.fichero_firmware,
+                       form.linea_fichero, form.memoria, form.pos_memoria,
                        form.estado_lector};
 }
 
@@ -26,6 +21,7 @@ PreprocessPanel preprocessPanel(Firmcast& form) {
     return PreprocessPanel{s.pump,
                            s.dialogs,
                            s.files,
+                           s.drives,
                            form.lblModelo,
                            form.es_serie_n,
                            form.es_serie_w,

@@ -4,7 +4,6 @@
 #include "common/ini.h"
 #include "control/firmcast_form.h"
 #include "control/text_numbers.h"
-#include "platform/system_platform.h"
 
 namespace fc {
 
@@ -28,16 +27,6 @@ void Firmcast::useScaleList() {
     Text1.onKeyPress = [this](Integer& k) { guard([this, &k] { Text1_KeyPress(k); }); };
     cmbbalanza.onKeyPress = [this](Integer& k) { guard([this, &k] { cmbbalanza_KeyPress(k); }); };
     txtDirTCP.onKeyPress = [this](Integer& k) { guard([this, &k] { txtDirTCP_KeyPress(k); }); };
-}
-
-CommonModule& Firmcast::common() {
-    if (common_)
-        return *common_;
-    if (!ownCommon_) {
-        ownCommon_.reset(new CommonModule{services_, systemFileSystem(), systemKernelObjects(),
-                                          systemCalendar(), systemDatabases()});
-    }
-    return *ownCommon_;
 }
 
 std::string Firmcast::configFile() const {

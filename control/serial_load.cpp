@@ -3,6 +3,7 @@
 // and the result, to the end of the pass. The dialogues with the devices are
 // the line protocols' (reached through the load hooks).
 #include "control/firmcast_form.h"
+#include "firmware/first_line_checks.h"
 #include "firmware/hex_text.h"
 #include "platform/dialogs.h"
 #include "platform/drives.h"
@@ -13,15 +14,6 @@ namespace fc {
 
 namespace {
 constexpr int kFile = 1;
-
-// Half-way values go to the even neighbour, as the run time rounds.
-long roundHalfEven(double value) {
-    double down = static_cast<double>(static_cast<long>(value));
-    double fraction = value - down;
-    if (fraction > 0.5 || (fraction == 0.5 && static_cast<long>(down) % 2 != 0))
-        return static_cast<long>(down) + 1;
-    return static_cast<long>(down);
-}
 }  // namespace
 
 Firmcast::Next Firmcast::serialPath() {
@@ -53,7 +45,7 @@ Firmcast::Next Firmcast::serialPath() {
     }
     inicio_linea = linea_fichero.substr(0, 3);
     if (es_serie_n || es_serie_w || es_serie_g || es_mv510) {
-        if (!firstLineIsSound()) {
+        if (!firstLineFitsSerialLoad(linea_fichero)) {
             services_.dialogs.msgBox("This is not a Flash program file for this Board");
             acaba2();
             return Next::EndOfPass;
@@ -88,20 +80,8 @@ Firmcast::Next Firmcast::waitInScaleStep() {
 // The firmware file's name on this machine. A name that maps to nothing
 // opens as a missing file would.
 std::string Firmcast::openFirmwareFile() {
-    std::string host = hostPath(fichero_firmware);
+    std::string host = services_.drives.hostPath(fichero_firmware);
     return host.empty() ? fichero_firmware : host;
-}
-
-// A sound Intel HEX record: at least 11 characters, a ":" first, and as many
-// data characters as its length field announces.
-bool Firmcast::firstLineIsSound() const {
-    const std::string& line = linea_fichero;
-    if (line.size() < 11 || line[0] != ':')
-        return false;
-    long dataChars = roundHalfEven((static_cast<double>(line.size()) - 11) / 2);
-    long available = static_cast<long>(line.size()) - 9;
-    long taken = std::min(dataChars, available);
-    return taken == CHex2Lng(line.substr(1, 2));
 }
 
 Firmcast::Next Firmcast::serialConnect() {

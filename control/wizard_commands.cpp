@@ -293,7 +293,7 @@ Flag Firmcast::lanza_linea() {
 // Selects a drive ("t:"), as the drive list does; a drive that does not exist
 // is the run time's "Device unavailable".
 void Firmcast::setDrive(const std::string& drive) {
-    if (drive.size() < 2 || !driveExists(drive[0]))
+    if (drive.size() < 2 || !services_.drives.driveExists(drive[0]))
         throw RuntimeError(68);
     showDrives();
     std::string lowered =
@@ -304,7 +304,8 @@ void Firmcast::setDrive(const std::string& drive) {
 // The drive list shows the drives that exist now.
 void Firmcast::showDrives() {
     std::vector<std::string> drives;
-    for (char letter : existingDrives()) drives.push_back(std::string(1, letter) + ":");
+    for (char letter : services_.drives.existingDrives())
+        drives.push_back(std::string(1, letter) + ":");
     bool same = static_cast<int>(drives.size()) == Drive1.listCount();
     for (int i = 0; same && i < Drive1.listCount(); ++i) same = Drive1.list(i) == drives[i];
     if (same)
@@ -319,7 +320,7 @@ void Firmcast::showDrives() {
 // folder itself, selected, and its sub-folders one step further in.
 void Firmcast::setFolder(const std::string& folder) {
     std::string wanted = normaliseWindowsPath(folder.size() == 2 ? folder + "\\" : folder);
-    if (hostPath(wanted).empty())
+    if (services_.drives.hostPath(wanted).empty())
         throw RuntimeError(err::kPathNotFound);
     Dir1.clear();
     dirEntries_.assign(1, wanted.substr(0, 3));
@@ -335,7 +336,7 @@ void Firmcast::setFolder(const std::string& folder) {
     }
     int current = Dir1.listCount() - 1;
     std::string parent = wanted.size() == 3 ? wanted : wanted + "\\";
-    for (const std::string& name : listFolders(wanted)) {
+    for (const std::string& name : services_.drives.listFolders(wanted)) {
         dirEntries_.push_back(parent + name);
         Dir1.addItem(indent + name);
     }
@@ -356,7 +357,7 @@ void Firmcast::Dir1_DblClick() {
 
 void Firmcast::refreshFileList() {
     File1.clear();
-    for (const std::string& name : listFiles(File1.path())) File1.addItem(name);
+    for (const std::string& name : services_.drives.listFiles(File1.path())) File1.addItem(name);
 }
 
 }  // namespace fc

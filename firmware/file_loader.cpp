@@ -25,7 +25,8 @@ void llenaMemoria(std::vector<Byte>& memoria, Long hasta) {
 }
 
 void abre(ReaderPanel& panel, Integer num_fichero) {
-    panel.files.open(num_fichero, rutaFichero(panel.fichero_firmware), FileTable::Mode::Input);
+    panel.files.open(num_fichero, rutaFichero(panel.drives, panel.fichero_firmware),
+                     FileTable::Mode::Input);
     panel.linea_fichero.clear();
 }
 

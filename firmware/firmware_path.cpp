@@ -4,8 +4,8 @@
 
 namespace fc {
 
-std::string rutaFichero(const std::string& fichero) {
-    const std::string host = hostPath(fichero);
+std::string rutaFichero(const Drives& drives, const std::string& fichero) {
+    const std::string host = drives.hostPath(fichero);
     return host.empty() ? fichero : host;
 }
 

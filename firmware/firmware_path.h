@@ -9,6 +9,8 @@
 
 namespace fc {
 
-std::string rutaFichero(const std::string& fichero);
+class Drives;
+
+std::string rutaFichero(const Drives& drives, const std::string& fichero);
 
 }  // namespace fc

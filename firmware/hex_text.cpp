@@ -19,15 +19,6 @@ int hexDigit(char c) {
     return -1;
 }
 
-// Half of `length`, a half rounded to the even neighbour (3 -> 2, 5 -> 2, 7 -> 4):
-// that is how the pair count of DameHex has always been taken.
-std::size_t halfToEven(std::size_t length) {
-    const std::size_t half = length / 2;
-    if (length % 2 == 0)
-        return half;
-    return half % 2 == 0 ? half : half + 1;
-}
-
 // The digit value DameCheckSum takes from one character. The match is exact:
 // lower case and any other character keep the value of the character before.
 std::uint32_t exactDigit(char c, std::uint32_t previous) {
@@ -75,11 +66,18 @@ Long CHex2Lng(const std::string& texto) {
     return ValHex(texto);
 }
 
+std::size_t halfRoundedToEven(std::size_t count) {
+    const std::size_t half = count / 2;
+    if (count % 2 == 0)
+        return half;
+    return half % 2 == 0 ? half : half + 1;
+}
+
 std::string DameHex(const std::string& texto, Dialogs& dialogs) {
     if (texto.size() % 2 != 0)
         dialogs.msgBox("Datos mal pasados a DameHex", mb::kOkOnly);
     std::string caracteres;
-    const std::size_t pares = halfToEven(texto.size());
+    const std::size_t pares = halfRoundedToEven(texto.size());
     for (std::size_t i = 1; i <= pares; ++i) {
         caracteres += static_cast<char>(static_cast<Byte>(ValHexAt(texto, 2 * i - 1, 2)));
     }

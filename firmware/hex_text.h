@@ -34,6 +34,10 @@ inline Long ValHexAt(std::string_view text, std::size_t position, std::size_t co
 // The value of hex text without prefix, by ValHex.
 Long CHex2Lng(const std::string& texto);
 
+// Half of `count`, a half going to the even neighbour (3 -> 2, 5 -> 2,
+// 7 -> 4), as the run time rounds a division by two.
+std::size_t halfRoundedToEven(std::size_t count);
+
 // One character per hex pair, the character having the pair's code. An odd
 // length is told in a box and the call carries on; the count of pairs is half
 // the length rounded half to even, and the last pair may be one digit short.

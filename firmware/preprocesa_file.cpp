@@ -1,6 +1,7 @@
 #include "firmware/preprocesa_file.h"
 
 #include "firmware/firmware_path.h"
+#include "firmware/first_line_checks.h"
 #include "firmware/hex_text.h"
 #include "firmware/message_fields.h"
 #include "firmware/preprocess_records.h"
@@ -45,7 +46,7 @@ class Preprocesado {
             return rechaza(kVacio);
         panel_.inicio_linea = Left(panel_.linea_fichero, 3);
         if (panel_.es_serie_n || panel_.es_serie_w || panel_.es_tr8200) {
-            if (!primeraLineaValida())
+            if (!firstLineFitsEthernetMessages(panel_.linea_fichero))
                 return rechaza(kNoEsFlash);
             panel_.inicio_linea = ":02";
         }
@@ -58,7 +59,8 @@ class Preprocesado {
 
     void abre(const std::string& fichero) {
         num_fichero_ = static_cast<Integer>(panel_.files.freeFile());
-        panel_.files.open(num_fichero_, rutaFichero(fichero), FileTable::Mode::Input);
+        panel_.files.open(num_fichero_, rutaFichero(panel_.drives, fichero),
+                          FileTable::Mode::Input);
         fichero_abierto_ = true;
     }
 
@@ -68,16 +70,6 @@ class Preprocesado {
         if (panel_.acaba2)
             panel_.acaba2();
         return false;
-    }
-
-    // At least 11 characters, a ":" first, and as many data digits as twice
-    // the length field: the line's length less 11, halved, exactly.
-    bool primeraLineaValida() const {
-        const std::string& linea = panel_.linea_fichero;
-        if (linea.size() < 11 || linea[0] != ':')
-            return false;
-        const Long digitos = static_cast<Long>(linea.size()) - 11;
-        return CHex2Lng(Mid(linea, 2, 2)) * 2 == digitos;
     }
 
     void leeRegistros() {

@@ -17,12 +17,14 @@ namespace fc {
 class Pump;
 class Dialogs;
 class FileTable;
+class Drives;
 class Label;
 
 struct PreprocessPanel {
     Pump& pump;
     Dialogs& dialogs;
     FileTable& files;
+    const Drives& drives;  // where the file's drive letter points
     Label& lblModelo;
     const Flag& es_serie_n;
     const Flag& es_serie_w;

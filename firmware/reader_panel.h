@@ -16,12 +16,14 @@ namespace fc {
 
 class Dialogs;
 class FileTable;
+class Drives;
 class ProgressBar;
 class Label;
 
 struct ReaderPanel {
     Dialogs& dialogs;
     FileTable& files;
+    const Drives& drives;  // where the chosen file's drive letter points
     ProgressBar& Barra;
     Label& Label2;
     const std::string& fichero_firmware;

@@ -11,9 +11,10 @@
 #include "firmware/mensaje_eth.h"
 #include "firmware/preprocess_panel.h"
 #include "firmware/reader_panel.h"
-#include "platform/controls.h"
-#include "platform/file_table.h"
 #include "operator/recording_dialogs.h"
+#include "platform/controls.h"
+#include "platform/drives.h"
+#include "platform/file_table.h"
 #include "platform/screen.h"
 #include "virtual/virtual_pump.h"
 
@@ -50,6 +51,7 @@ struct FuzzScreen {
     VirtualPump pump;
     RecordingDialogs dialogs{pump};
     FileTable files;
+    Drives drives;  // none: the files are named by their host paths
     Screen screen{"Firmcast"};
     ProgressBar Barra{screen, "Barra"};
     Label Label2{screen, "Label2"};
@@ -65,15 +67,15 @@ struct FuzzScreen {
     Long longitud_datos = 0;
 
     ReaderPanel reader() {
-        return ReaderPanel{dialogs,       files,   Barra,       Label2,       fichero_firmware,
-                           linea_fichero, memoria, pos_memoria, estado_lector};
+        return ReaderPanel{dialogs,          files,         drives,  Barra,       Label2,
+                           fichero_firmware, linea_fichero, memoria, pos_memoria, estado_lector};
     }
     SegmentState segment() { return SegmentState{banco_fichero, base_segmento}; }
     PreprocessPanel preprocess() {
-        return PreprocessPanel{pump,         dialogs,         files,     lblModelo,
-                               es_serie_n,   es_serie_w,      es_tr8200, linea_fichero,
-                               inicio_linea, cabecera_modelo, mensajes,  longitud_datos,
-                               [] {}};
+        return PreprocessPanel{pump,           dialogs,      files,           drives,
+                               lblModelo,      es_serie_n,   es_serie_w,      es_tr8200,
+                               linea_fichero,  inicio_linea, cabecera_modelo, mensajes,
+                               longitud_datos, [] {}};
     }
 };
 

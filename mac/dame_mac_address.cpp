@@ -84,8 +84,8 @@ Long TomaNumeroMac(MacModule& m) {
 
 void AnotaDireccionMac(MacModule& m, const std::string& mac) {
     OdbcConnection& bd = *m.bd_mac;
-    bd.execute(sqlNuevaDireccion(bd),
-               {MacConGuiones(mac), std::string(" "), std::string(" "), m.c.calendar.now()});
+    bd.execute(sqlNuevaDireccion(bd), {MacConGuiones(mac), std::string(" "), std::string(" "),
+                                       m.c.services.calendar.now()});
 }
 
 std::string DameMACAddress(MacModule& m) {

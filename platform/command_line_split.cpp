@@ -1,6 +1,7 @@
 #include <cctype>
 
 #include "platform/process_launcher.h"
+#include "platform/text_case.h"
 
 namespace fc {
 
@@ -10,18 +11,13 @@ bool isBlank(char c) {
     return c == ' ' || c == '\t';
 }
 
-std::string lower(std::string s) {
-    for (char& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return s;
-}
-
 // Where the program's name ends in `text` (which starts with it).
 std::string::size_type programEnd(const std::string& text) {
     if (!text.empty() && text[0] == '"') {
         std::string::size_type close = text.find('"', 1);
         return close == std::string::npos ? text.size() : close + 1;
     }
-    std::string lowered = lower(text);
+    std::string lowered = lowerCase(text);
     for (std::string::size_type at = lowered.find(".exe"); at != std::string::npos;
          at = lowered.find(".exe", at + 1)) {
         std::string::size_type after = at + 4;

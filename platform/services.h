@@ -1,7 +1,8 @@
 // What a screen of the system is handed to reach the world: its pump, its
-// dialogs, its serial ports, its files and where the program lives. Each
-// program (GUI, headless, tests) builds one and passes it down; nothing here
-// is global.
+// dialogs, its serial ports, its files and drives, where the program lives,
+// and the machine's file system, calendar, kernel objects and databases.
+// Each program (GUI, headless, tests) builds one and passes it down; nothing
+// here is global.
 #pragma once
 
 #include <string>
@@ -12,6 +13,11 @@ class Pump;
 class Dialogs;
 class SerialPortOpener;
 class FileTable;
+class Drives;
+class FileSystem;
+class KernelObjects;
+class Calendar;
+class DatabaseEngine;
 
 struct Services {
     Pump& pump;
@@ -20,6 +26,12 @@ struct Services {
     FileTable& files;
     // The program's folder (config.ini, Balanza_Logs, Gseries ...).
     std::string programFolder;
+    // What the drive letters of the system's paths stand for.
+    const Drives& drives;
+    FileSystem& fileSystem;
+    KernelObjects& kernel;
+    const Calendar& calendar;
+    DatabaseEngine& databases;
 };
 
 }  // namespace fc

@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <filesystem>
 
-#include "platform/drives.h"
+#include "platform/text_case.h"
 
 namespace fs = std::filesystem;
 
@@ -16,13 +16,8 @@ namespace fc {
 
 namespace {
 
-std::string lower(std::string s) {
-    for (char& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return s;
-}
-
 bool endsWithExe(const std::string& path) {
-    return path.size() > 4 && lower(path.substr(path.size() - 4)) == ".exe";
+    return path.size() > 4 && lowerCase(path.substr(path.size() - 4)) == ".exe";
 }
 
 bool isDrivePath(const std::string& path) {
@@ -31,15 +26,8 @@ bool isDrivePath(const std::string& path) {
 
 // The entry of the folder named like `wanted`, ignoring case, or `wanted`.
 fs::path matchInFolder(const fs::path& wanted) {
-    std::error_code ec;
-    if (fs::exists(wanted, ec))
-        return wanted;
-    std::string name = lower(wanted.filename().string());
-    for (const auto& entry : fs::directory_iterator(wanted.parent_path(), ec)) {
-        if (lower(entry.path().filename().string()) == name)
-            return entry.path();
-    }
-    return wanted;
+    std::string found = entryIgnoringCase(wanted.parent_path(), wanted.filename().string());
+    return found.empty() ? wanted : wanted.parent_path() / found;
 }
 
 // Reads exactly `size` bytes, or fewer when the pipe closes first.
@@ -75,10 +63,10 @@ size_t readAll(int fd, void* data, size_t size) {
 
 }  // namespace
 
-std::string LinuxProcessLauncher::hostProgram(const std::string& program) {
+std::string LinuxProcessLauncher::hostProgram(const std::string& program) const {
     std::string path = endsWithExe(program) ? program.substr(0, program.size() - 4) : program;
     if (isDrivePath(path)) {
-        std::string resolved = hostPath(path, true);
+        std::string resolved = drives_.hostPath(path, true);
         if (!resolved.empty())
             return matchInFolder(resolved).string();
     }

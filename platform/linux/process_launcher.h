@@ -6,16 +6,22 @@
 // as a child of the loader once it ends.
 #pragma once
 
+#include "platform/drives.h"
 #include "platform/process_launcher.h"
 
 namespace fc {
 
 class LinuxProcessLauncher : public ProcessLauncher {
   public:
+    explicit LinuxProcessLauncher(const Drives& drives) : drives_(drives) {}
+
     long start(const std::string& commandLine) override;
 
     // The host path of the program written in a command line.
-    static std::string hostProgram(const std::string& program);
+    std::string hostProgram(const std::string& program) const;
+
+  private:
+    const Drives& drives_;
 };
 
 }  // namespace fc

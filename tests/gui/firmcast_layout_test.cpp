@@ -15,16 +15,17 @@
 #include <filesystem>
 #include <fstream>
 
-#include "gui/firmcast_layout.h"
 #include "control/catalogue.h"
 #include "control/firmcast_form.h"
+#include "gui/firmcast_layout.h"
 #include "gui_application.h"
+#include "operator/recording_dialogs.h"
 #include "platform/file_table.h"
+#include "platform/linux/linux_machine.h"
 #include "platform/qt/picture_label.h"
 #include "platform/qt/qt_pump.h"
 #include "platform/qt/screen_layout.h"
 #include "platform/qt/screen_window.h"
-#include "operator/recording_dialogs.h"
 #include "virtual/virtual_serial.h"
 
 namespace fc::test {
@@ -40,19 +41,14 @@ struct FirmcastLayoutRegistered {
 class FirmcastWindowTest : public ::testing::Test, protected WithGuiApplication {
   protected:
     FirmcastWindowTest() {
-        driveC_ = fs::temp_directory_path() / ("firmcast-layout-" + std::to_string(::getpid()));
         fs::create_directories(driveC_ / "fw");
         std::ofstream(driveC_ / "fw" / "a.hex") << ":00000001FF\r\n";
-        setenv("FIRMCAST_DRIVE_C", driveC_.c_str(), 1);
         form.load();
         showModelStep();
         window.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     }
-    ~FirmcastWindowTest() override {
-        unsetenv("FIRMCAST_DRIVE_C");
-        fs::remove_all(driveC_);
-    }
+    ~FirmcastWindowTest() override { fs::remove_all(driveC_); }
 
     // The controls as the model step shows them, with the scales' frame.
     void showModelStep() {
@@ -78,12 +74,14 @@ class FirmcastWindowTest : public ::testing::Test, protected WithGuiApplication 
     QString text(const char* label) { return window.findChild<QLabel*>(label)->text(); }
 
     FirmcastLayoutRegistered registered_;
-    fs::path driveC_;
+    fs::path driveC_ =
+        fs::temp_directory_path() / ("firmcast-layout-" + std::to_string(::getpid()));
+    LinuxMachine machine{Drives({{'c', driveC_.string()}})};
     QtPump pump;
     RecordingDialogs dialogs{pump};
     VirtualSerialOpener serial{pump};
     FileTable files;
-    Firmcast form{Services{pump, dialogs, serial, files, "/nowhere"}};
+    Firmcast form{machine.services(pump, dialogs, serial, files, "/nowhere")};
     ScreenWindow window{form, pump};
 };
 

@@ -18,18 +18,19 @@
 #include <iostream>
 #include <map>
 
-#include "gui/firmcast_layout.h"
 #include "control/firmcast_form.h"
+#include "gui/firmcast_layout.h"
+#include "operator/operator_script.h"
 #include "operator/scale_list_entry.h"
 #include "platform/file_table.h"
+#include "platform/linux/linux_machine.h"
 #include "platform/linux/process_launcher.h"
-#include "sim/host/pty_device_host.h"
 #include "platform/linux/termios_port.h"
-#include "operator/operator_script.h"
 #include "platform/program_folder.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_pump.h"
 #include "platform/qt/screen_window.h"
+#include "sim/host/pty_device_host.h"
 #include "sim/numbered_scale.h"
 
 namespace fs = std::filesystem;
@@ -74,9 +75,6 @@ void makeDrives(const fs::path& root) {
     fs::create_directories(root / "C" / "Firmware");
     // A program folder without config.ini: the scale list starts empty.
     fs::create_directories(root / "Home");
-    setenv("FIRMCAST_HOME", (root / "Home").c_str(), 1);
-    setenv("FIRMCAST_DRIVE_C", (root / "C").c_str(), 1);
-    setenv("FIRMCAST_DRIVE_T", (root / "T").c_str(), 1);
 }
 
 using Scene = void (*)(fc::Firmcast&, fc::OperatorScript&);
@@ -161,7 +159,10 @@ int main(int argc, char** argv) {
     int qtArgc = 1;
     QApplication application(qtArgc, argv);
     QApplication::setApplicationName(fc::kAppTitle);
-    makeDrives(fs::temp_directory_path() / "firmcast-screens");
+    const fs::path root = fs::temp_directory_path() / "firmcast-screens";
+    makeDrives(root);
+    fc::LinuxMachine machine(
+        fc::Drives({{'c', (root / "C").string()}, {'t', (root / "T").string()}}));
 
     fc::QtPump pump;
     fc::NumberedScale::Config config;
@@ -173,8 +174,9 @@ int main(int argc, char** argv) {
     fc::QtDialogs dialogs(pump);
     fc::TermiosPortOpener serialPorts;
     fc::FileTable files;
-    fc::LinuxProcessLauncher launcher;
-    fc::Firmcast form(fc::Services{pump, dialogs, serialPorts, files, fc::programFolder()});
+    fc::LinuxProcessLauncher launcher(machine.drives);
+    fc::Firmcast form(
+        machine.services(pump, dialogs, serialPorts, files, (root / "Home").string()));
     form.hooks().startProgram = [&launcher](const std::string& c) { return launcher.start(c); };
     fc::registerFirmcastLayout();
     fc::ScreenWindow window(form, pump);

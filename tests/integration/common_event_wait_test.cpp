@@ -41,8 +41,10 @@ struct RealEventRig {
     LinuxFileSystem fileSystem;
     VirtualCalendar calendar{pump, LocalDateTime{}};
     SqliteDatabaseEngine databases;
-    Services services{pump, dialogs, serialPorts, files, home.str()};
-    CommonModule c{services, fileSystem, kernel, calendar, databases};
+    Drives drives;  // none: the tests name host paths
+    Services services{pump,   dialogs,    serialPorts, files,    home.str(),
+                      drives, fileSystem, kernel,      calendar, databases};
+    CommonModule c{services};
 
     ~RealEventRig() {
         std::string sem = kernel.semaphoreName(kEventoRecursos);

@@ -63,7 +63,8 @@ class GseriesStart : public ::testing::Test {
     TempFolder records_;
     std::filesystem::path record_;
     std::filesystem::path standIn_;
-    LinuxProcessLauncher launcher_;
+    Drives noDrives_;  // the tool is named by its host path
+    LinuxProcessLauncher launcher_{noDrives_};
 };
 
 TEST_F(GseriesStart, TheToolGetsTheLevelDigitAtLevels0To3) {

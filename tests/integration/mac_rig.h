@@ -42,8 +42,10 @@ struct MacRig {
     VirtualKernelObjects kernel{pump};
     VirtualCalendar calendar{pump, LocalDateTime{2005, 3, 21, 10, 42, 0}};
     SqliteDatabaseEngine databases;
-    Services services{pump, dialogs, serialPorts, files, home.str()};
-    CommonModule c{services, fileSystem, kernel, calendar, databases};
+    Drives drives;  // none: the tests name host paths
+    Services services{pump,   dialogs,    serialPorts, files,    home.str(),
+                      drives, fileSystem, kernel,      calendar, databases};
+    CommonModule c{services};
     bool mainUnloaded = false;
     MacModule m{c, store.odbc, store.source(), nullptr, [this] { mainUnloaded = true; }};
 };

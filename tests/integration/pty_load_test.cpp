@@ -9,13 +9,15 @@
 #include <fstream>
 
 #include "control/firmcast_form.h"
-#include "platform/file_table.h"
-#include "sim/host/pty_device_host.h"
-#include "platform/linux/termios_port.h"
+#include "operator/model_choice.h"
 #include "operator/operator_script.h"
-#include "platform/linux/real_pump.h"
 #include "operator/recording_dialogs.h"
+#include "platform/file_table.h"
+#include "platform/linux/linux_machine.h"
+#include "platform/linux/real_pump.h"
+#include "platform/linux/termios_port.h"
 #include "sim/banked_device.h"
+#include "sim/host/pty_device_host.h"
 #include "sim/numbered_scale.h"
 #include "support/firmware_files.h"
 #include "support/scenario_rig.h"
@@ -31,28 +33,19 @@ struct RealRig {
     TermiosPortOpener ports;
     FileTable files;
     TempFolder driveC, home;
+    LinuxMachine machine{Drives({{'c', driveC.path().string()}})};
     OperatorScript script{pump};
 
-    RealRig() { setenv("FIRMCAST_DRIVE_C", driveC.path().c_str(), 1); }
-    ~RealRig() {
-        unsetenv("FIRMCAST_DRIVE_C");
-        unsetenv("FIRMCAST_COM1");
-    }
+    ~RealRig() { unsetenv("FIRMCAST_COM1"); }
 
     // Loads `file` into model `code` through COM1 = the host's tty.
-    std::vector<std::string> load(PtyDeviceHost& host, int code, const char* group,
-                                  const std::string& file) {
+    std::vector<std::string> load(PtyDeviceHost& host, int code, const std::string& file) {
         setenv("FIRMCAST_COM1", host.ttyPath().c_str(), 1);
         driveC.write("fw.txt", file);
-        Firmcast form(Services{pump, dialogs, ports, files, home.path().string()});
+        Firmcast form(machine.services(pump, dialogs, ports, files, home.path().string()));
         Firmcast* f = &form;
-        std::string picture = f->pictureOf(code).name();
-        std::string groupButton = group;
         script.when([f] { return f->Seleccion.reachable(); }, "model",
-                    [f, picture, groupButton] {
-                        operatorClick(*f, groupButton);
-                        operatorClick(*f, picture);
-                    });
+                    [f, code] { operatorPickModel(*f, code); });
         script.when([f] { return f->frPuerto.reachable(); }, "COM1",
                     [f] {
                         operatorClick(*f, "optrs232");
@@ -80,8 +73,7 @@ TEST(PtyLoad, ANumberedLineScaleLoadsOverARealPty) {
     config.eraseTime = 200'000;
     NumberedScale scale(config);
     PtyDeviceHost host(rig.pump, scale);
-    EXPECT_THAT(rig.load(host, 1, "optBalanzas", intelHexFile(64)),
-                ElementsAre("The scale is ready"));
+    EXPECT_THAT(rig.load(host, 1, intelHexFile(64)), ElementsAre("The scale is ready"));
     EXPECT_EQ(scale.flashed().size(), 64u);
     EXPECT_TRUE(scale.endOfFileSeen());
 }
@@ -93,7 +85,7 @@ TEST(PtyLoad, ABankedDeviceLoadsOverARealPtyAcrossTwoBanks) {
     config.bankTime = 10'000;
     BankedDevice device(config);
     PtyDeviceHost host(rig.pump, device);
-    EXPECT_THAT(rig.load(host, 2, "optBalanzas", sRecordFile(consecutive(0x7F00, 32))),
+    EXPECT_THAT(rig.load(host, 2, sRecordFile(consecutive(0x7F00, 32))),
                 ElementsAre("The scale is ready"));
     EXPECT_EQ(device.banksRecorded(), (std::vector<int>{16, 16}));
     EXPECT_TRUE(device.ended());
@@ -106,7 +98,7 @@ TEST(PtyLoad, ADeviceOnlyAt19200IsReachedByTheFallBack) {
     config.eraseTime = 100'000;
     BankedDevice device(config);
     PtyDeviceHost host(rig.pump, device);
-    EXPECT_THAT(rig.load(host, 5, "optEtiquetadoras", sRecordFile(consecutive(0, 8))),
+    EXPECT_THAT(rig.load(host, 5, sRecordFile(consecutive(0, 8))),
                 ElementsAre("The scale is ready"));
 }
 

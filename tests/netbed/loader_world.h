@@ -6,16 +6,17 @@
 
 #include "common/common_module.h"
 #include "ethernet/network_module.h"
+#include "operator/recording_dialogs.h"
+#include "platform/drives.h"
 #include "platform/file_table.h"
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/linux_network.h"
+#include "platform/linux/real_pump.h"
 #include "platform/linux/sqlite_database.h"
 #include "platform/linux/system_calendar.h"
-#include "platform/linux/real_pump.h"
-#include "operator/recording_dialogs.h"
-#include "virtual/virtual_kernel_objects.h"
 #include "platform/window_timer.h"
 #include "unit/common_fixture.h"
+#include "virtual/virtual_kernel_objects.h"
 
 namespace fc::netbed {
 
@@ -33,8 +34,10 @@ struct LoaderWorld {
     VirtualKernelObjects kernel{pump};
     SystemCalendar calendar;
     SqliteDatabaseEngine databases;
-    Services services{pump, dialogs, serialPorts, files, home.str()};
-    CommonModule c{services, fileSystem, kernel, calendar, databases};
+    Drives drives;  // none: the tests name host paths
+    Services services{pump,   dialogs,    serialPorts, files,    home.str(),
+                      drives, fileSystem, kernel,      calendar, databases};
+    CommonModule c{services};
     LinuxNetwork network;
     WindowTimer TimerClose{pump, "TimerClose"};
     NetworkModule m{c, network, TimerClose};

@@ -15,17 +15,16 @@ namespace {
 
 using ::testing::ElementsAre;
 
-// A drive letter backed by a temporary folder for as long as it lives.
+// A drive letter backed by a temporary folder for as long as it lives; a
+// rig sees it once it is put on the rig.
 class Drive {
   public:
-    explicit Drive(char letter) : name_(std::string("FIRMCAST_DRIVE_") + letter) {
-        setenv(name_.c_str(), folder_.path().c_str(), 1);
-    }
-    ~Drive() { unsetenv(name_.c_str()); }
+    explicit Drive(char letter) : letter_(letter) {}
     const TempFolder& folder() const { return folder_; }
+    void putOn(ScenarioRig& rig) const { rig.addDrive(letter_, folder_.path()); }
 
   private:
-    std::string name_;
+    char letter_;
     TempFolder folder_;
 };
 
@@ -54,6 +53,8 @@ TEST(StartFolder, AtLevel3AndLevel0EveryModelStartsOnC) {
         for (int code : {0, 1, 2, 4, 5, 6, 8}) {
             EchoDevice device;
             ScenarioRig rig;
+            t.putOn(rig);
+            s.putOn(rig);
             rig.driveC.write("at-the-root.hex", "");
             t.folder().write("Programas/Balanzas/Serie_N/n.hex", "");
             FileStep shown = openFileStep(rig, device, code, level);
@@ -71,6 +72,7 @@ TEST(StartFolder, Level1IsTheModelsFolderOnTFoundWhateverTheCase) {
     t.folder().write("PROGRAMAS/balanzas/serie_n/n-2.hex", "");
     EchoDevice device;
     ScenarioRig rig;
+    t.putOn(rig);
     FileStep shown = openFileStep(rig, device, 1, "1");
     EXPECT_EQ(shown.drive, "t:");
     EXPECT_EQ(shown.folder, "T:\\Programas\\Balanzas\\Serie_N");
@@ -85,6 +87,7 @@ TEST(StartFolder, Level2IsTheModelsFolderOnS) {
     {
         EchoDevice device;
         ScenarioRig rig;
+        s.putOn(rig);
         FileStep shown = openFileStep(rig, device, 5, "2");
         EXPECT_EQ(shown.drive, "s:");
         EXPECT_EQ(shown.folder, "S:\\Programas\\Pesaje_y_Etiquetaje\\TR6100\\firmcast");
@@ -93,6 +96,7 @@ TEST(StartFolder, Level2IsTheModelsFolderOnS) {
     {
         EchoDevice device;
         ScenarioRig rig;
+        s.putOn(rig);
         FileStep shown = openFileStep(rig, device, 2, "2");
         EXPECT_EQ(shown.folder, "S:\\Programas\\Balanzas\\Serie_H\\Firmcast");
         EXPECT_THAT(shown.files, ElementsAre("h.s19"));
@@ -117,6 +121,7 @@ TEST(StartFolder, AStartFolderThatDoesNotExistOnItsDriveFallsBackToCWithoutAMess
     t.folder().write("Programas/Balanzas/Serie_W/w.hex", "");
     EchoDevice device;
     ScenarioRig rig;
+    t.putOn(rig);
     FileStep shown = openFileStep(rig, device, 4, "1");  // no Matrix4000 folder on T:
     EXPECT_EQ(shown.drive, "c:");
     EXPECT_EQ(shown.folder, "C:\\");
@@ -135,6 +140,8 @@ TEST(StartFolder, TheDriveListShowsTheDrivesThatExist) {
     Drive t('T'), s('S');
     EchoDevice device;
     ScenarioRig rig;
+    t.putOn(rig);
+    s.putOn(rig);
     openFileStep(rig, device, 1, "0");
     Firmcast& f = rig.form();
     ASSERT_EQ(f.Drive1.listCount(), 3);

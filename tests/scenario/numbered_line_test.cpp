@@ -414,7 +414,7 @@ TEST(NumberedLine, AfterARefusalTheReceiveBufferIsEmptiedBeforeTheResendOfTheSam
     rig.serial.attach(1, scale);
     scale.faults.refusals[3] = 1;
     SpyingOpener spy(rig.serial);
-    Firmcast form(Services{rig.pump, rig.dialogs, spy, rig.files, rig.home.path().string()});
+    Firmcast form(rig.servicesWith(spy));
     rig.driveC.write("fw.hex", intelHexFile(4));
     Firmcast* f = &form;
     rig.script.when([f] { return f->Seleccion.reachable(); }, "Serie_N",

@@ -140,8 +140,8 @@ TEST(WizardCommands, ADoubleClickOnAFileShowsTheAnimationAndTheFileButOnlyNextSt
 
 TEST(WizardCommands, ADriveThatIsNotReadyPutsTheDriveListBackSilently) {
     TempFolder t;
-    setenv("FIRMCAST_DRIVE_T", t.path().c_str(), 1);
     ScenarioRig rig;
+    rig.addDrive('t', t.path());
     EchoDevice device(k7E1);
     rig.serial.attach(1, device);
     rig.driveC.write("fw/a.hex", kFirmware);
@@ -161,7 +161,6 @@ TEST(WizardCommands, ADriveThatIsNotReadyPutsTheDriveListBackSilently) {
     });
     rig.script.after(10, "look", [] { throw ScenarioDone{}; });
     EXPECT_EQ(rig.run(""), -1);
-    unsetenv("FIRMCAST_DRIVE_T");
     EXPECT_EQ(f->Drive1.drive(), "c:");
     EXPECT_EQ(f->Dir1.path(), "C:\\fw");
     EXPECT_EQ(f->File1.path(), "C:\\fw");

@@ -27,17 +27,23 @@ std::string TempFolder::write(const std::string& relative, const std::string& co
 }
 
 ScenarioRig::ScenarioRig() {
-    setenv("FIRMCAST_DRIVE_C", driveC.path().c_str(), 1);
+    addDrive('c', driveC.path());
 }
 
-ScenarioRig::~ScenarioRig() {
-    unsetenv("FIRMCAST_DRIVE_C");
+void ScenarioRig::addDrive(char letter, const std::filesystem::path& folder) {
+    driveRoots_[letter] = folder.string();
+}
+
+Services ScenarioRig::servicesWith(SerialPortOpener& ports) {
+    if (!drives_)
+        drives_ = std::make_unique<Drives>(driveRoots_);
+    return Services{pump,     dialogs,    ports,  files,    home.path().string(),
+                    *drives_, fileSystem, kernel, calendar, databases};
 }
 
 Firmcast& ScenarioRig::form() {
     if (!form_)
-        form_ = std::make_unique<Firmcast>(
-            Services{pump, dialogs, serial, files, home.path().string()}, hooks);
+        form_ = std::make_unique<Firmcast>(servicesWith(serial), hooks);
     return *form_;
 }
 

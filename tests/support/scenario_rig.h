@@ -5,16 +5,22 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "control/firmcast_form.h"
-#include "platform/file_table.h"
 #include "operator/operator_script.h"
 #include "operator/recording_dialogs.h"
-#include "virtual/virtual_serial.h"
+#include "platform/drives.h"
+#include "platform/file_table.h"
+#include "platform/linux/linux_file_system.h"
+#include "platform/linux/sqlite_database.h"
+#include "virtual/virtual_calendar.h"
+#include "virtual/virtual_kernel_objects.h"
 #include "virtual/virtual_pump.h"
+#include "virtual/virtual_serial.h"
 
 namespace fc::test {
 
@@ -37,7 +43,6 @@ class TempFolder {
 class ScenarioRig {
   public:
     ScenarioRig();
-    ~ScenarioRig();
 
     VirtualPump pump;
     RecordingDialogs dialogs{pump};
@@ -45,11 +50,24 @@ class ScenarioRig {
     FileTable files;
     TempFolder driveC;
     TempFolder home;
+    // The machine under the screen: its own files, kernel objects and
+    // calendar on the virtual clock, and SQLite.
+    LinuxFileSystem fileSystem;
+    VirtualKernelObjects kernel{pump};
+    VirtualCalendar calendar{pump, LocalDateTime{2005, 3, 21, 10, 42, 0}};
+    SqliteDatabaseEngine databases;
     LoadHooks hooks;
     OperatorScript script{pump};
 
-    // Builds the main screen (with the hooks as they are now).
+    // Lets drive `letter` stand for `folder` ("C:" is `driveC`); only before
+    // the screen is built.
+    void addDrive(char letter, const std::filesystem::path& folder);
+
+    // Builds the main screen (with the hooks and drives as they are now).
     Firmcast& form();
+    // The services of a screen of this rig, on serial ports of the test's
+    // choosing; the drives are fixed from here on.
+    Services servicesWith(SerialPortOpener& ports);
 
     // Runs the program with `commandLine` until it ends or a step throws
     // ScenarioDone. Returns the exit status, or -1 when the scenario stopped.
@@ -72,6 +90,8 @@ class ScenarioRig {
     std::vector<std::string> boxes() const { return dialogs.texts(); }
 
   private:
+    std::map<char, std::string> driveRoots_;
+    std::unique_ptr<Drives> drives_;
     std::unique_ptr<Firmcast> form_;
 };
 

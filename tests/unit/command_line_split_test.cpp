@@ -43,28 +43,30 @@ TEST(HostProgram, BackSlashesBecomeSlashesAndExeGoes) {
     TempFolder folder;
     folder.write("Gseries", "");
     std::string program = folder.path().string() + "\\Gseries.exe";
-    EXPECT_EQ(LinuxProcessLauncher::hostProgram(program), (folder.path() / "Gseries").string());
+    EXPECT_EQ(LinuxProcessLauncher(Drives()).hostProgram(program),
+              (folder.path() / "Gseries").string());
 }
 
 TEST(HostProgram, TheNameIsFoundWhateverItsCase) {
     TempFolder folder;
     folder.write("gseries", "");
     std::string program = folder.path().string() + "\\GSERIES.exe";
-    EXPECT_EQ(LinuxProcessLauncher::hostProgram(program), (folder.path() / "gseries").string());
+    EXPECT_EQ(LinuxProcessLauncher(Drives()).hostProgram(program),
+              (folder.path() / "gseries").string());
 }
 
 TEST(HostProgram, ADrivePathResolvesUnderItsDrive) {
     TempFolder drive;
     drive.write("Tools/Gseries", "");
-    setenv("FIRMCAST_DRIVE_T", drive.path().c_str(), 1);
-    EXPECT_EQ(LinuxProcessLauncher::hostProgram("t:\\tools\\Gseries.exe"),
+    Drives drives({{'t', drive.path().string()}});
+    EXPECT_EQ(LinuxProcessLauncher(drives).hostProgram("t:\\tools\\Gseries.exe"),
               (drive.path() / "Tools" / "Gseries").string());
-    unsetenv("FIRMCAST_DRIVE_T");
 }
 
 TEST(ProcessLauncher, AProgramThatDoesNotExistIsNotStarted) {
     TempFolder folder;
-    LinuxProcessLauncher launcher;
+    Drives none;
+    LinuxProcessLauncher launcher(none);
     EXPECT_EQ(launcher.start(folder.path().string() + "\\NoSuchTool.exe 1"), 0);
 }
 

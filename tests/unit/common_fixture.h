@@ -13,10 +13,11 @@
 #include <string>
 
 #include "common/common_module.h"
+#include "operator/recording_dialogs.h"
+#include "platform/drives.h"
 #include "platform/file_table.h"
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/sqlite_database.h"
-#include "operator/recording_dialogs.h"
 #include "platform/runtime_error.h"
 #include "platform/serial_port.h"
 #include "platform/services.h"
@@ -78,8 +79,10 @@ struct CommonRig {
     VirtualKernelObjects kernel{pump};
     VirtualCalendar calendar{pump, LocalDateTime{2005, 3, 21, 10, 42, 0}};
     SqliteDatabaseEngine databases;
-    Services services{pump, dialogs, serialPorts, files, home.str()};
-    CommonModule c{services, fileSystem, kernel, calendar, databases};
+    Drives drives;  // none: the tests name host paths
+    Services services{pump,   dialogs,    serialPorts, files,    home.str(),
+                      drives, fileSystem, kernel,      calendar, databases};
+    CommonModule c{services};
 
     std::filesystem::path logFile() const { return home / "Balanza_Logs/Errores.log"; }
     std::filesystem::path logFolder() const { return home / "Balanza_Logs"; }

@@ -125,7 +125,10 @@ TEST(EsperaMutex, ATimeOutOrAnAbandonedMutexIsMinusOneAndAnythingElseZero) {
     VirtualPump pump;
     ScriptedWaits kernel(pump);
     CommonRig rig;
-    CommonModule c{rig.services, rig.fileSystem, kernel, rig.calendar, rig.databases};
+    Services withScriptedWaits{rig.pump,       rig.dialogs,  rig.serialPorts, rig.files,
+                               rig.home.str(), rig.drives,   rig.fileSystem,  kernel,
+                               rig.calendar,   rig.databases};
+    CommonModule c{withScriptedWaits};
     kernel.result = wait::kTimeout;
     EXPECT_EQ(EsperaMutex(c, 4), -1);
     EXPECT_EQ(kernel.asked, 15000);

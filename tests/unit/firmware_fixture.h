@@ -10,12 +10,13 @@
 #include "firmware/mensaje_eth.h"
 #include "firmware/preprocess_panel.h"
 #include "firmware/reader_panel.h"
-#include "platform/controls.h"
-#include "platform/file_table.h"
 #include "operator/recording_dialogs.h"
+#include "platform/controls.h"
+#include "platform/drives.h"
+#include "platform/file_table.h"
 #include "platform/screen.h"
-#include "virtual/virtual_pump.h"
 #include "support/scenario_rig.h"
+#include "virtual/virtual_pump.h"
 
 namespace fc::test {
 
@@ -23,6 +24,7 @@ struct FirmwareScreen {
     VirtualPump pump;
     RecordingDialogs dialogs{pump};
     FileTable files;
+    Drives drives;  // none: the files are named by their host paths
     TempFolder folder;
     Screen screen{"Firmcast"};
     ProgressBar Barra{screen, "Barra"};
@@ -47,14 +49,15 @@ struct FirmwareScreen {
     int acaba2Calls = 0;
 
     ReaderPanel reader() {
-        return ReaderPanel{dialogs,       files,   Barra,       Label2,       fichero_firmware,
-                           linea_fichero, memoria, pos_memoria, estado_lector};
+        return ReaderPanel{dialogs,          files,         drives,  Barra,       Label2,
+                           fichero_firmware, linea_fichero, memoria, pos_memoria, estado_lector};
     }
     SegmentState segment() { return SegmentState{banco_fichero, base_segmento}; }
     PreprocessPanel preprocess() {
         return PreprocessPanel{pump,
                                dialogs,
                                files,
+                               drives,
                                lblModelo,
                                es_serie_n,
                                es_serie_w,

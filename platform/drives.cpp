@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <sstream>
 
-#include "platform/environment.h"
+#include "platform/text_case.h"
 #include "platform/wildcard.h"
 
 namespace fs = std::filesystem;
@@ -14,18 +14,8 @@ namespace fc {
 
 namespace {
 
-std::string lower(std::string s) {
-    for (char& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return s;
-}
-
-std::string driveRoot(char letter) {
-    char l = static_cast<char>(std::toupper(static_cast<unsigned char>(letter)));
-    std::string name = "FIRMCAST_DRIVE_";
-    name.push_back(l);
-    if (hasEnvironmentVariable(name) || l != 'C')
-        return environmentVariable(name);
-    return std::string(1, '/');
+char lowerLetter(char letter) {
+    return static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
 }
 
 std::vector<std::string> components(const std::string& rest) {
@@ -45,24 +35,9 @@ std::vector<std::string> components(const std::string& rest) {
     return parts;
 }
 
-// The entry of `folder` named `name`, exactly or else ignoring case.
-std::string findEntry(const fs::path& folder, const std::string& name) {
-    std::error_code ec;
-    if (fs::exists(folder / name, ec))
-        return name;
-    std::string wanted = lower(name);
-    for (const auto& entry : fs::directory_iterator(folder, ec)) {
-        std::string candidate = entry.path().filename().string();
-        if (lower(candidate) == wanted)
-            return candidate;
-    }
-    return "";
-}
-
 template <typename Keep>
-std::vector<std::string> listEntries(const std::string& windowsFolder, Keep keep) {
+std::vector<std::string> listEntries(const std::string& folder, Keep keep) {
     std::vector<std::string> names;
-    std::string folder = hostPath(windowsFolder);
     std::error_code ec;
     if (folder.empty() || !fs::is_directory(folder, ec))
         return names;
@@ -71,14 +46,24 @@ std::vector<std::string> listEntries(const std::string& windowsFolder, Keep keep
         if (keep(entry))
             names.push_back(entry.path().filename().string());
     }
-    std::sort(names.begin(), names.end(),
-              [](const std::string& a, const std::string& b) { return lower(a) < lower(b); });
+    std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+        return lowerCase(a) < lowerCase(b);
+    });
     return names;
 }
 
 }  // namespace
 
-std::vector<char> existingDrives() {
+Drives::Drives(const std::map<char, std::string>& roots) {
+    for (const auto& [letter, folder] : roots) roots_[lowerLetter(letter)] = folder;
+}
+
+std::string Drives::rootOf(char letter) const {
+    auto found = roots_.find(lowerLetter(letter));
+    return found == roots_.end() ? "" : found->second;
+}
+
+std::vector<char> Drives::existingDrives() const {
     std::vector<char> drives;
     for (char l = 'a'; l <= 'z'; ++l) {
         if (driveExists(l))
@@ -87,23 +72,23 @@ std::vector<char> existingDrives() {
     return drives;
 }
 
-bool driveExists(char letter) {
-    std::string root = driveRoot(letter);
+bool Drives::driveExists(char letter) const {
+    std::string root = rootOf(letter);
     std::error_code ec;
     return !root.empty() && fs::is_directory(root, ec);
 }
 
-std::string hostPath(const std::string& windowsPath, bool lastMayBeMissing) {
+std::string Drives::hostPath(const std::string& windowsPath, bool lastMayBeMissing) const {
     if (windowsPath.size() < 2 || windowsPath[1] != ':' ||
         !std::isalpha(static_cast<unsigned char>(windowsPath[0]))) {
         return "";
     }
     if (!driveExists(windowsPath[0]))
         return "";
-    fs::path path = driveRoot(windowsPath[0]);
+    fs::path path = rootOf(windowsPath[0]);
     std::vector<std::string> parts = components(windowsPath.substr(2));
     for (size_t i = 0; i < parts.size(); ++i) {
-        std::string found = findEntry(path, parts[i]);
+        std::string found = entryIgnoringCase(path, parts[i]);
         if (found.empty()) {
             if (lastMayBeMissing && i + 1 == parts.size())
                 return (path / parts[i]).string();
@@ -114,15 +99,16 @@ std::string hostPath(const std::string& windowsPath, bool lastMayBeMissing) {
     return path.string();
 }
 
-std::vector<std::string> listFolders(const std::string& windowsFolder) {
-    return listEntries(windowsFolder, [](const fs::directory_entry& e) {
+std::vector<std::string> Drives::listFolders(const std::string& windowsFolder) const {
+    return listEntries(hostPath(windowsFolder), [](const fs::directory_entry& e) {
         std::error_code ec;
         return e.is_directory(ec);
     });
 }
 
-std::vector<std::string> listFiles(const std::string& windowsFolder, const std::string& pattern) {
-    return listEntries(windowsFolder, [&](const fs::directory_entry& e) {
+std::vector<std::string> Drives::listFiles(const std::string& windowsFolder,
+                                           const std::string& pattern) const {
+    return listEntries(hostPath(windowsFolder), [&](const fs::directory_entry& e) {
         std::error_code ec;
         return e.is_regular_file(ec) && matchesWildcard(pattern, e.path().filename().string());
     });
