@@ -98,6 +98,17 @@ std::string contentOf(const std::string& path) {
     return text.str();
 }
 
+// Waits until the simulator's log holds `line`, looking again every
+// millisecond; false when it never came within the patience.
+bool logSays(const std::string& path, const std::string& line) {
+    for (int waited = 0; waited < kPatienceMs; ++waited) {
+        if (contentOf(path).find(line) != std::string::npos)
+            return true;
+        usleep(1000);
+    }
+    return false;
+}
+
 TEST(FirmcastSimTcp, SaysItsPortFirstAndTakesWhatItIsSent) {
     TempFolder folder;
     std::string log = (folder.path() / "sim.log").string();
@@ -152,8 +163,8 @@ TEST(FirmcastSimTcp, StopsReadingAndLeavesTheSenderUnacknowledged) {
     Client client(sim.port());
     ASSERT_TRUE(client.connected());
     ASSERT_TRUE(client.write(std::string(30000, 's')));
-    // Whatever the wait, the scale never takes the rest.
-    usleep(300'000);
+    // Once the scale has stopped, the rest stays with the sender.
+    ASSERT_TRUE(logSays(log, " ms stopped reading total 100\n")) << contentOf(log);
     EXPECT_GT(client.unacknowledged(), 0);
     EXPECT_EQ(sim.stop(SIGTERM), 0);
     std::string text = contentOf(log);

@@ -3,7 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <thread>
 
 #include "mac/dame_mac_address.h"
@@ -20,6 +21,36 @@ using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
 class MacAllocation : public ::testing::TestWithParam<std::string> {};
+
+// The engine's environment, counting the connections the allocation opens:
+// each try of the allocation opens one.
+class CountingOdbc : public OdbcEnvironment {
+  public:
+    explicit CountingOdbc(OdbcEnvironment& engine) : engine_(engine) {}
+    std::unique_ptr<OdbcConnection> openConnection(const std::string& source) override {
+        {
+            std::lock_guard<std::mutex> lock(mutex_);
+            ++opened_;
+        }
+        changed_.notify_all();
+        return engine_.openConnection(source);
+    }
+    // Returns once `count` connections have been asked for.
+    void waitForOpened(int count) {
+        std::unique_lock<std::mutex> lock(mutex_);
+        changed_.wait(lock, [&] { return opened_ >= count; });
+    }
+    int opened() {
+        std::lock_guard<std::mutex> lock(mutex_);
+        return opened_;
+    }
+
+  private:
+    OdbcEnvironment& engine_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    int opened_ = 0;
+};
 
 void setCounter(OdbcConnection& bd, long long value) {
     bd.execute("UPDATE " + bd.quote(kTablaContadores) + " SET " + bd.quote(kColumnaContador) +
@@ -110,18 +141,21 @@ TEST_P(MacAllocation, AFaultAtTheRegisterLeavesTheCounterOneHigherAndNoRow) {
 TEST_P(MacAllocation, ALockedCounterIsTriedAgainUntilItIsFree) {
     FC_MAC_STORE(store, GetParam());
     MacRig rig(*store);
-    rig.m.origen = store->sourceWithShortWaits();
+    CountingOdbc counting(store->odbc);
+    MacModule m{rig.c, counting, store->sourceWithShortWaits(), nullptr, nullptr};
     auto holder = store->open();
     holder->begin();
     setCounter(*holder, 41);  // holds the row's lock until the commit below
-    std::thread release([&holder] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    // The lock is let go once the allocation has met it and tried again.
+    std::thread release([&holder, &counting] {
+        counting.waitForOpened(2);
         holder->commit();
     });
-    std::string mac = DameMACAddress(rig.m);
+    std::string mac = DameMACAddress(m);
     release.join();
     // Only the holder's number can have been read: every earlier try failed.
     EXPECT_EQ(mac, "02C0DE00002A");
+    EXPECT_GE(counting.opened(), 2);
     EXPECT_THAT(rig.dialogs.texts(), IsEmpty());
     EXPECT_EQ(LeeContador(*store->open()), 42);
 }
