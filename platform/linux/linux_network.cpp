@@ -1,5 +1,7 @@
 #include "platform/linux/linux_network.h"
 
+#include <utility>
+
 #include "platform/linux/icmp_echo.h"
 #include "platform/linux/linux_tcp_transport.h"
 #include "platform/linux/linux_udp_transport.h"
@@ -7,6 +9,10 @@
 #include "platform/linux/socket_options.h"
 
 namespace fc {
+
+LinuxNetwork::LinuxNetwork() : helper_(netHelperBesideProgram()) {}
+
+LinuxNetwork::LinuxNetwork(std::string helperProgram) : helper_(std::move(helperProgram)) {}
 
 std::unique_ptr<TcpTransport> LinuxNetwork::newTcpTransport() {
     return std::make_unique<LinuxTcpTransport>();
@@ -26,11 +32,19 @@ NetResult LinuxNetwork::readNeighbours(std::vector<NeighbourRow>& rows) {
 }
 
 NetResult LinuxNetwork::deleteNeighbour(const NeighbourRow& row) {
-    return deleteNeighbourEntry(row);
+    NetResult result = deleteNeighbourEntry(row);
+    if (result == NetResult::NotPermitted)
+        result = helper_.deleteNeighbour(row);
+    return result;
 }
 
+// An ICMP datagram socket needs no privilege where the system admits the
+// program's group; a raw one does, and then the helper sends the echo.
 NetResult LinuxNetwork::echo(const Ipv4& address, int timeoutMs, bool& answered) {
-    return sendIcmpEcho(address, timeoutMs, answered);
+    NetResult result = sendIcmpEcho(address, timeoutMs, answered);
+    if (result == NetResult::NotPermitted)
+        result = helper_.echo(address, timeoutMs, answered);
+    return result;
 }
 
 }  // namespace fc

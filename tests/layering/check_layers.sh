@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Checks the layering of the tree: each folder includes only the folders its
 # row below allows, the system's own folders include no operating-system or
-# Qt header, and no program of the product links the virtual world or the
-# simulators (firmcast-sim alone links sim/).
+# Qt header, no program of the product links the virtual world or the
+# simulators (firmcast-sim alone links sim/), and the network helper links
+# nothing but its own sources.
 #   check_layers.sh SOURCE_DIR [BUILD_DIR]
 set -u
 top=${1:?source folder}
@@ -64,18 +65,31 @@ for folder in platform platform/linux platform/qt common firmware serial etherne
     check_folder "$folder"
 done
 
-# The programs' link lines, where a build is at hand.
-if [ -n "$build" ]; then
+# The programs' link lines, where a build is at hand: the last command
+# ninja runs to make each program.
+link_line() {
+    ninja -C "$build" -t commands "$1" 2>/dev/null | tail -n 1
+}
+if [ -n "$build" ] && command -v ninja >/dev/null && [ -f "$build/build.ninja" ]; then
     for program in firmcast firmcast-batch firmcast-macdb firmcast-sim; do
-        link="$build/app/CMakeFiles/$program.dir/link.txt"
-        [ -f "$link" ] || continue
-        grep -q 'libfc_virtual\.a' "$link" && fail "$program links the virtual world"
-        grep -q 'libfc_operator\.a' "$link" && [ "$program" != firmcast-batch ] &&
+        link=$(link_line "$program")
+        [ -n "$link" ] || continue
+        [[ $link == *" -o bin/$program "* ]] || fail "no link line found for $program"
+        [[ $link == *libfc_virtual.a* ]] && fail "$program links the virtual world"
+        [[ $link == *libfc_operator.a* ]] && [ "$program" != firmcast-batch ] &&
             fail "$program links the scripted operator"
-        if [ "$program" != firmcast-sim ] && grep -qE 'libfc_sim(_host|_device)?\.a' "$link"; then
+        if [ "$program" != firmcast-sim ] && [[ $link =~ libfc_sim(_host|_device)?\.a ]]; then
             fail "$program links the simulators"
         fi
     done
+    # The network helper holds capabilities: it links nothing of ours, no
+    # toolkit and no database.
+    link=$(link_line firmcast-net-helper)
+    if [[ $link != *" -o bin/firmcast-net-helper "* ]]; then
+        fail "no link line found for firmcast-net-helper"
+    elif [[ $link =~ libfc_|Qt6|odbc|sqlite ]]; then
+        fail "firmcast-net-helper links more than its own sources"
+    fi
 fi
 
 if [ "$failures" -gt 0 ]; then

@@ -21,7 +21,8 @@
 namespace fc::netbed {
 
 struct LoaderWorld {
-    LoaderWorld() {
+    // `helper` is the network helper the loader asks for what it may not do.
+    explicit LoaderWorld(const std::string& helper = netHelperBesideProgram()) : network(helper) {
         TimerClose.onTimer = [this] { TimerClose.setEnabled(false); };
     }
 
