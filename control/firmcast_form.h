@@ -164,6 +164,10 @@ class Firmcast : public Screen {
     Long limite_rango = 0;
     Flag rango_elegido = kFalse;
     Flag hacer_f = kFalse;
+    // The boot ROM load's outgoing record, the ROM's last answer, its try.
+    std::string linea_envio;
+    std::string respuesta_msc;
+    Byte intento_msc = 0;
     // The file reader's state byte: 0 line taken, 1 bad checksum, 2 end seen.
     Byte estado_lector = 0;
     // Local to the driver, living across its passes.
