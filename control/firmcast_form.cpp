@@ -49,6 +49,7 @@ void Firmcast::buildControls() {
         picture.setSize(160, 120);
         picture.setCaption(entry.device);
     }
+    cmdCargaRomG.setCaption("G scale through its boot ROM");
     hacerf.setCaption("Seleccionar la carga");
     Frame4.setCaption("Seleccion de rango de grabaci\xC3\xB3n");
     Option5.setCaption("Balanza G (G410 / G420)");
@@ -141,9 +142,20 @@ void Firmcast::wireHandlers() {
     on(timerout.onTimer, &Firmcast::timerout_Timer);
     on(Tiempo1.onTimer, &Firmcast::Tiempo1_Timer);
     on(Dir1.onDblClick, &Firmcast::Dir1_DblClick);
-    on(Option5.onClick, &Firmcast::Option5_Click);
+    on(cmdCargaRomG.onClick, &Firmcast::cmdCargaRomG_Click);
+    Option5.onClick = [this] {
+        guard([this] {
+            Option5_Click();
+            afterKindOfGChosen();
+        });
+    };
     on(Option6.onClick, &Firmcast::Option6_Click);
-    on(Option7.onClick, &Firmcast::Option7_Click);
+    Option7.onClick = [this] {
+        guard([this] {
+            Option7_Click();
+            afterKindOfGChosen();
+        });
+    };
     on(Option8.onClick, &Firmcast::Option8_Click);
     on(Option9.onClick, &Firmcast::Option9_Click);
     on(Option10.onClick, &Firmcast::Option10_Click);

@@ -46,6 +46,8 @@ class Firmcast : public Screen {
     OptionButton optBalanzas{*this, "optBalanzas", &frOption};
     OptionButton optEtiquetadoras{*this, "optEtiquetadoras", &frOption};
     OptionButton optVisores{*this, "optVisores", &frOption};
+    // The boot-ROM load of a G scale, beside the kinds of device.
+    CommandButton cmdCargaRomG{*this, "cmdCargaRomG", &frOption};
     Frame frBalanzas{*this, "frBalanzas"};
     PictureBox Picture4{*this, "Picture4", &frBalanzas};
     PictureBox Picture3{*this, "Picture3", &frBalanzas};
@@ -225,6 +227,8 @@ class Firmcast : public Screen {
     void Option9_Click();
     void Option10_Click();
     void Option11_Click();
+    // The boot-ROM load of a G scale: the kind of G scale, then the range.
+    void cmdCargaRomG_Click();
 
     // ---- Procedures other parts of the system call -------------------------
     void EligeModelo(const std::string& codigo);
@@ -309,11 +313,18 @@ class Firmcast : public Screen {
     void showChosenPicture(const PictureBox& picture);
     void startDisplay();
     void highlightOnly(int code);
+    void afterKindOfGChosen();
+    void bootRomLoad();
+    void chooseBootRomModel();
 
     Services services_;
     LoadHooks hooks_;
     SerialPanel panel_;
     bool trapArmed_ = false;
+    // The boot-ROM entry: choosing the kind of G scale, and the tool's starts.
+    bool choosingBootRomRange_ = false;
+    int gseriesLaunches_ = 0;
+    int launchesBeforeChoice_ = 0;
     // The folder each line of Dir1 stands for.
     std::vector<std::string> dirEntries_;
     std::unique_ptr<frmCargaMV510> visor_;

@@ -80,6 +80,7 @@ void Firmcast::launchGseries() {
         services_.programFolder + "\\Gseries.exe " + std::string(1, static_cast<char>('0' | nivel));
     proceso_externo = hooks_.startProgram ? hooks_.startProgram(commandLine) : 0;
     lanzado_gseries = kTrue;
+    ++gseriesLaunches_;
 }
 
 int Firmcast::modelCodeOfFlags() const {

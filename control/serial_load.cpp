@@ -109,9 +109,10 @@ Firmcast::Next Firmcast::serialConnect() {
     } else if (es_serie_g) {
         cmbvelocidades.setListIndex(4);
         Linea.setSettings("19200,N,8,1");
-        if (!(hooks_.carga_F ? hooks_.carga_F(*this) : missingEngine("boot ROM loader")))
-            return Next::EndOfPass;
-        return finishSerialLoad();
+        // The boot ROM load tells its outcome in its own box: the pass
+        // closes without one of its own.
+        bootRomLoad();
+        return closeSerialLoad();
     }
     if (es_matrix4000) {
         Texto.setCaption("Matrix 4X00 connected");

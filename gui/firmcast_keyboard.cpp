@@ -9,56 +9,35 @@
 #include <QPushButton>
 #include <QStyle>
 
-#include "gui/firmcast_look.h"
 #include "control/catalogue.h"
+#include "gui/firmcast_look.h"
 
 namespace fc {
 
 namespace {
 
-const char* const kTabOrder[] = {"optBalanzas",
-                                 "optEtiquetadoras",
-                                 "optVisores",
-                                 "Picture4",
-                                 "Picture3",
-                                 "Picture2",
-                                 "Picture6",
-                                 "Picture5",
-                                 "Picture8",
-                                 "Picture7",
-                                 "Picture9",
-                                 "Picture12",
-                                 "optrs232",
-                                 "Option1",
-                                 "Option2",
-                                 "Option3",
-                                 "Option4",
-                                 "optEthernet",
-                                 "cmdDisplayGrafico",
-                                 "Drive1",
-                                 "Dir1",
-                                 "File1",
-                                 "cmbvelocidades",
-                                 "Text1",
-                                 "cmbbalanza",
-                                 "txtDirTCP",
-                                 "lstBalanzas",
-                                 "chkADSL",
-                                 "cmdSave",
-                                 "Option5",
-                                 "Option7",
-                                 "Option6",
-                                 "Option9",
-                                 "Option8",
-                                 "Option10",
-                                 "Option11",
-                                 "optProduccion",
-                                 "cmdAgain",
-                                 "Command1",
-                                 "Command2",
-                                 "cmdAtras",
-                                 "cmdAdelante",
-                                 "FIN"};
+const char* const kTabOrder[] = {"optBalanzas",  "optEtiquetadoras",
+                                 "optVisores",   "Picture4",
+                                 "Picture3",     "Picture2",
+                                 "Picture6",     "Picture5",
+                                 "Picture8",     "Picture7",
+                                 "Picture9",     "Picture12",
+                                 "cmdCargaRomG", "optrs232",
+                                 "Option1",      "Option2",
+                                 "Option3",      "Option4",
+                                 "optEthernet",  "cmdDisplayGrafico",
+                                 "Drive1",       "Dir1",
+                                 "File1",        "cmbvelocidades",
+                                 "Text1",        "cmbbalanza",
+                                 "txtDirTCP",    "lstBalanzas",
+                                 "chkADSL",      "cmdSave",
+                                 "Option5",      "Option7",
+                                 "Option6",      "Option9",
+                                 "Option8",      "Option10",
+                                 "Option11",     "optProduccion",
+                                 "cmdAgain",     "Command1",
+                                 "Command2",     "cmdAtras",
+                                 "cmdAdelante",  "FIN"};
 
 // Shown (up to the window, shown or not yet) and enabled.
 bool reachable(QWidget* widget) {

@@ -11,8 +11,8 @@
 #include <QMouseEvent>
 #include <QVBoxLayout>
 
-#include "gui/firmcast_look.h"
 #include "control/catalogue.h"
+#include "gui/firmcast_look.h"
 
 namespace fc {
 
@@ -106,6 +106,13 @@ QWidget* buildKinds(const Widgets& widgets) {
     for (const char* name : {"optBalanzas", "optEtiquetadoras", "optVisores"})
         column->addWidget(widgetNamed(widgets, name));
     column->addStretch();
+    // The boot-ROM load of a G scale, apart from the kinds at the foot.
+    QWidget* bootRom = widgetNamed(widgets, "cmdCargaRomG");
+    bootRom->setMinimumHeight(48);
+    bootRom->setToolTip(
+        QStringLiteral("Loads a G410 or G420 scale through its MSC1210 boot ROM, with the "
+                       "recording range chosen next, instead of starting the G scales' tool"));
+    column->addWidget(bootRom);
     return kinds;
 }
 
