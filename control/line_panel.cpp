@@ -1,8 +1,7 @@
-// The main screen's line protocols: the numbered and banked dialects of the
-// serial subsystem, run on this screen's line, file and status controls.
+// What the main screen hands the line protocols of the serial subsystem: its
+// line, file and status controls, its run state, and the clean-ups and the
+// line set-up that stay the screen's own.
 #include "control/firmcast_form.h"
-#include "serial/banked_line.h"
-#include "serial/numbered_line.h"
 
 namespace fc {
 
@@ -27,30 +26,6 @@ LinePanel Firmcast::linePanel() {
                      [this] { acaba(); },
                      [this] { acaba2(); },
                      [this] { return lanza_linea(); }};
-}
-
-// Fills the hooks of the line protocols that the program did not set itself.
-void Firmcast::useLineProtocols() {
-    auto onPanel = [](auto protocol) {
-        return [protocol](Firmcast& f) {
-            LinePanel p = f.linePanel();
-            return protocol(p);
-        };
-    };
-    if (!hooks_.numberedConnect)
-        hooks_.numberedConnect = onPanel(numberedConnect);
-    if (!hooks_.numberedFirstLine)
-        hooks_.numberedFirstLine = onPanel(numberedFirstLine);
-    if (!hooks_.numberedLoop)
-        hooks_.numberedLoop = onPanel(numberedLoop);
-    if (!hooks_.EnviaLineaNumerada)
-        hooks_.EnviaLineaNumerada = onPanel(EnviaLineaNumerada);
-    if (!hooks_.testk1)
-        hooks_.testk1 = onPanel(testk1);
-    if (!hooks_.bankedFirstLine)
-        hooks_.bankedFirstLine = onPanel(bankedFirstLine);
-    if (!hooks_.bankedLoop)
-        hooks_.bankedLoop = onPanel(bankedLoop);
 }
 
 }  // namespace fc

@@ -1,36 +1,22 @@
 // The load engines and services that the main driver calls but that live in
-// other subsystems: the line protocols, the Ethernet sender, the MAC
-// database, the scale record, the tools and screens it hands over to. A
-// program wires the real ones; until a subsystem is there its hook does the
-// least that keeps the driver's road as it is, and says so where a person
-// would notice.
+// other subsystems: the Ethernet sender, the MAC database, the scale record,
+// the tools and screens it hands over to. A program wires the real ones;
+// until a subsystem is there its hook does the least that keeps the driver's
+// road as it is, and says so where a person would notice.
 #pragma once
 
 #include <functional>
 #include <string>
 
 #include "platform/vb_types.h"
-#include "serial/line_panel.h"
 
 namespace fc {
 
 class Firmcast;
 
 struct LoadHooks {
-    // Numbered dialect: the H0000 handshake (connect), the first line with
-    // the erase, then the line loop. A connect or first-line step that fails
-    // has told the operator and cleaned up, and returns False.
-    std::function<Flag(Firmcast&)> numberedConnect;
-    std::function<Flag(Firmcast&)> numberedFirstLine;
-    std::function<LoopOutcome(Firmcast&)> numberedLoop;
-    // Banked dialect: the probe, the first line with the erase, the loop.
-    std::function<Flag(Firmcast&)> testk1;
-    std::function<Flag(Firmcast&)> bankedFirstLine;
-    std::function<LoopOutcome(Firmcast&)> bankedLoop;
     // The boot ROM loader of the Serie_G scale does the whole load.
     std::function<Flag(Firmcast&)> carga_F;
-    // Sends `linea_fichero` as a numbered line; True when accepted.
-    std::function<Flag(Firmcast&)> EnviaLineaNumerada;
     // The next MAC address as twelve hex digits, or empty when none is left.
     std::function<std::string(Firmcast&)> DameMACAddress;
     // The pause after the erase that the display driver may cut short.
