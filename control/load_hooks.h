@@ -1,8 +1,10 @@
-// The load engines and services that the main driver calls but that live in
-// other subsystems: the Ethernet sender, the MAC database, the scale record,
-// the tools and screens it hands over to. A program wires the real ones;
-// until a subsystem is there its hook does the least that keeps the driver's
-// road as it is, and says so where a person would notice.
+// The engines that a program wires into the main driver, because they are
+// programs of their own or live in subsystems that not every program links:
+// the boot ROM loader, the MAC database, the display driver's event, the
+// scale record form, the Ethernet loader and the starting of another
+// program. Nothing else goes through here; the driver calls the rest of the
+// system directly. An engine a program left empty makes the driver do the
+// least that keeps its road as it is, and say so where a person would notice.
 #pragma once
 
 #include <functional>
@@ -23,17 +25,10 @@ struct LoadHooks {
     std::function<void(Firmcast&, int ms)> EsperaEventoRecursos;
     // The scale record form, shown modally.
     std::function<void(Firmcast&)> frmDatosBalanza;
-    // Fills the scale list from config.ini on entry to step 3.
-    std::function<void(Firmcast&)> CargaInfoIni;
     // The Ethernet load, from the end of the step 3 wait to the wait for "Again".
     std::function<void(Firmcast&)> ethernetPath;
     // Starts the Serie_G tool with the command line given; returns its process number.
     std::function<long(const std::string& commandLine)> startProgram;
-    // The visor screen and the graphic display screen, shown modally.
-    std::function<void(Firmcast&)> frmCargaMV510;
-    std::function<void(Firmcast&)> frmCargaDisplayGrafico;
-    // Saves the scale list (the Save Config button).
-    std::function<void(Firmcast&)> GuardaInfoIni;
 };
 
 }  // namespace fc
