@@ -14,8 +14,7 @@ Firmcast::Next Firmcast::ethernetPath() {
     Text1.setText("");
     // The list is read afresh from the file: nothing entered before is kept.
     lista_balanzas.assign(1, "");
-    if (hooks_.CargaInfoIni)
-        hooks_.CargaInfoIni(*this);
+    CargaInfoIni();
     cmdSave.setEnabled(true);
     Next back = waitInScaleStep();
     if (back != Next::ReEntry)

@@ -26,7 +26,6 @@ Firmcast::Firmcast(Services services, LoadHooks hooks)
         enrol(*t);
     buildControls();
     wireHandlers();
-    useLineProtocols();
     useScaleList();
 }
 

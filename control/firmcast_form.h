@@ -263,7 +263,6 @@ class Firmcast : public Screen {
 
   private:
     void buildControls();
-    void useLineProtocols();
     void useScaleList();
     std::string configFile() const;
     void leeDirecciones(const std::string& fichero);

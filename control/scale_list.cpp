@@ -16,13 +16,8 @@ constexpr Integer kLimiteFichero = 20;
 
 }  // namespace
 
-// The screen loads and saves its list itself unless the program wired other
-// procedures, and wires the editing of the list to its handlers.
+// Wires the editing of the scale list to its handlers.
 void Firmcast::useScaleList() {
-    if (!hooks_.CargaInfoIni)
-        hooks_.CargaInfoIni = [](Firmcast& f) { f.CargaInfoIni(); };
-    if (!hooks_.GuardaInfoIni)
-        hooks_.GuardaInfoIni = [](Firmcast& f) { f.GuardaInfoIni(); };
     cmbbalanza.onClick = [this] { guard([this] { cmbbalanza_Click(); }); };
     Text1.onKeyPress = [this](Integer& k) { guard([this, &k] { Text1_KeyPress(k); }); };
     cmbbalanza.onKeyPress = [this](Integer& k) { guard([this, &k] { cmbbalanza_KeyPress(k); }); };

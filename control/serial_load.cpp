@@ -1,7 +1,7 @@
 // The serial path of the main driver: from the step 3 wait through the file
 // checks, the connect step of the model's family, the line loop, the MAC step
 // and the result, to the end of the pass. The dialogues with the devices are
-// the line protocols' (reached through the load hooks).
+// the line protocols' of the serial subsystem, run on this screen's line panel.
 #include "control/firmcast_form.h"
 #include "firmware/first_line_checks.h"
 #include "firmware/hex_text.h"
@@ -9,6 +9,8 @@
 #include "platform/drives.h"
 #include "platform/file_table.h"
 #include "platform/pump.h"
+#include "serial/banked_line.h"
+#include "serial/numbered_line.h"
 
 namespace fc {
 
@@ -87,17 +89,15 @@ std::string Firmcast::openFirmwareFile() {
 Firmcast::Next Firmcast::serialConnect() {
     bool numbered = es_serie_n || es_serie_w || es_tr8200;
     bool banked = es_serie_h || es_tr6100 || es_matrix4000;
+    LinePanel line = linePanel();
     if (numbered) {
-        if (!(hooks_.numberedConnect ? hooks_.numberedConnect(*this)
-                                     : missingEngine("numbered-line loader"))) {
+        if (!numberedConnect(line))
             return Next::EndOfPass;
-        }
     } else if (banked) {
-        auto probe = [this] { return hooks_.testk1 ? hooks_.testk1(*this) : kFalse; };
-        if (!probe()) {
+        if (!testk1(line)) {
             cmbvelocidades.setListIndex(4);
             Linea.setSettings("19200,N,8,1");
-            if (!probe()) {
+            if (!testk1(line)) {
                 paradibu();
                 services_.dialogs.msgBox(
                     es_tr6100 ? "No answer from TR-6100, check the cable or TR-6100"
@@ -125,8 +125,7 @@ Firmcast::Next Firmcast::serialConnect() {
     Barra.setValue(0);
     Barra.setMax(static_cast<Long>(services_.files.lof(kFile)));
 
-    auto firstLine = numbered ? hooks_.numberedFirstLine : hooks_.bankedFirstLine;
-    if (!(firstLine ? firstLine(*this) : missingEngine("line loader")))
+    if (!(numbered ? numberedFirstLine(line) : bankedFirstLine(line)))
         return Next::EndOfPass;
 
     Texto.setCaption(" ");
@@ -138,9 +137,7 @@ Firmcast::Next Firmcast::serialConnect() {
     numero_linea = 1;
     setMousePointer(13);
 
-    auto loop = numbered ? hooks_.numberedLoop : hooks_.bankedLoop;
-    LoopOutcome outcome =
-        loop ? loop(*this) : (missingEngine("line loader"), LoopOutcome::EndOfPass);
+    LoopOutcome outcome = numbered ? numberedLoop(line) : bankedLoop(line);
     if (outcome == LoopOutcome::EndOfPass)
         return Next::EndOfPass;
     if (outcome == LoopOutcome::Abandon)
@@ -174,10 +171,8 @@ Firmcast::Next Firmcast::closeSerialLoad() {
 // for a MAC address it gets the next one from the database, and the
 // operator records it.
 Firmcast::Next Firmcast::macStep() {
-    auto send = [this] {
-        return hooks_.EnviaLineaNumerada ? hooks_.EnviaLineaNumerada(*this)
-                                         : missingEngine("numbered-line loader");
-    };
+    LinePanel line = linePanel();
+    auto send = [&line] { return EnviaLineaNumerada(line); };
     numero_linea += 1;
     linea_fichero = ":0000006799";
     Texto.setCaption(linea_fichero);

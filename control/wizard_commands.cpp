@@ -45,10 +45,6 @@ void Firmcast::cmdAdelante_Click() {
 // The visor has a screen of its own, shown modally: the wizard stays where it
 // was and is on screen again when that screen closes.
 void Firmcast::cmdAdelanteVisor() {
-    if (hooks_.frmCargaMV510) {
-        hooks_.frmCargaMV510(*this);
-        return;
-    }
     if (!visor_)
         visor_ = std::make_unique<frmCargaMV510>(services_);
     services_.dialogs.showModal(*visor_);
@@ -224,17 +220,12 @@ void Firmcast::cmdAgain_Click() {
 }
 
 void Firmcast::cmdSave_Click() {
-    if (hooks_.GuardaInfoIni)
-        hooks_.GuardaInfoIni(*this);
+    GuardaInfoIni();
 }
 
 // The graphic display is loaded from a screen of its own, created the first
 // time it is asked for; the wizard stays on the way step.
 void Firmcast::cmdDisplayGrafico_Click() {
-    if (hooks_.frmCargaDisplayGrafico) {
-        hooks_.frmCargaDisplayGrafico(*this);
-        return;
-    }
     if (!display_)
         display_ = std::make_unique<frmCargaDisplayGrafico>(services_);
     services_.dialogs.showModal(*display_);

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "control/catalogue.h"
-#include "sim/echo_device.h"
 #include "support/scenario_rig.h"
 #include "support/wizard_steps.h"
 
@@ -14,17 +13,16 @@ namespace {
 
 using ::testing::ElementsAre;
 
-const LineSettings k7E1{57600, 'E', 7, 1};
 const std::string kFirmware = ":020000020000FC\r\n:00000001FF\r\n";
 
 bool onStepZero(Firmcast* f) {
     return f->Seleccion.reachable() && f->paso_asistente == 0;
 }
 
-// Loads `code` once over COM1 without Production Way and presses Again.
+// Loads `code` once over COM1, where a scale takes the load, without
+// Production Way, and presses Again.
 void passThenAgain(ScenarioRig& rig, int code) {
     rig.driveC.write("fw.hex", kFirmware);
-    completeEveryLoad(rig);
     rig.scriptSerialLoad(code, 1, "fw.hex");
     Firmcast* f = &rig.form();
     rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again",
@@ -148,8 +146,7 @@ TEST(ModelSelection, WayAndPortButtonsSetTheConnectionAndThePort) {
 
 TEST(ModelSelection, AfterAPassWithCode8EligeModeloHighlightsNothingAndKeepsTheGroup) {
     ScenarioRig rig;
-    EchoDevice device(k7E1);
-    rig.serial.attach(1, device);
+    AcceptingScale scale(rig);
     passThenAgain(rig, 8);
     stopOnStepZero(rig);
     EXPECT_EQ(rig.run(""), -1);
@@ -168,8 +165,7 @@ TEST(ModelSelection, AfterAPassWithCode8EligeModeloHighlightsNothingAndKeepsTheG
 
 TEST(ModelSelection, AfterAPassWithCode8NextStillSelectsCode8) {
     ScenarioRig rig;
-    EchoDevice device(k7E1);
-    rig.serial.attach(1, device);
+    AcceptingScale scale(rig);
     passThenAgain(rig, 8);
     Firmcast* f = &rig.form();
     rig.script.when([f] { return onStepZero(f); }, "Next", [&rig] { rig.click("cmdAdelante"); });
@@ -182,8 +178,7 @@ TEST(ModelSelection, AfterAPassWithCode8NextStillSelectsCode8) {
 
 TEST(ModelSelection, AfterAPassWithCode6Picture7IsHighlightedAndTheLabellerFrameShows) {
     ScenarioRig rig;
-    EchoDevice device(k7E1);
-    rig.serial.attach(1, device);
+    AcceptingScale scale(rig);
     passThenAgain(rig, 6);
     stopOnStepZero(rig);
     EXPECT_EQ(rig.run(""), -1);

@@ -4,8 +4,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+
+#include "sim/banked_device.h"
 #include "sim/echo_device.h"
+#include "sim/numbered_scale.h"
 #include "support/scenario_rig.h"
+#include "support/wizard_steps.h"
 
 namespace fc::test {
 namespace {
@@ -16,26 +21,26 @@ const LineSettings k7E1{57600, 'E', 7, 1};
 const std::string kSoundRecord = ":10000000000102030405060708090A0B0C0D0E0F78";
 const std::string kEndRecord = ":00000001FF";
 
-// A load that the (stand-in) line protocol always completes, so that the
-// driver's own road around it can be watched.
-void completeEveryLoad(ScenarioRig& rig, std::vector<std::string>* calls = nullptr) {
-    auto note = [calls](const char* what) {
-        if (calls)
-            calls->push_back(what);
-    };
-    rig.hooks.numberedConnect = [note](Firmcast&) {
-        note("connect");
-        return kTrue;
-    };
-    rig.hooks.numberedFirstLine = [note](Firmcast&) {
-        note("first line");
-        return kTrue;
-    };
-    rig.hooks.numberedLoop = [note](Firmcast&) {
-        note("loop");
-        return LoopOutcome::Success;
-    };
-}
+// A device that never answers and listens under each frame of `frames` in
+// turn, moving on to the next once it has heard a character: it hears every
+// probe of a loader that looks for the device at one speed after another,
+// and tells the test of each as it hears it.
+class ListenerAtEachSpeed : public SerialDevice {
+  public:
+    ListenerAtEachSpeed(std::vector<LineSettings> frames, std::function<void(Byte)> heard)
+        : SerialDevice(frames.front()), frames_(std::move(frames)), heard_(std::move(heard)) {}
+
+    void onReceive(Byte byte) override {
+        heard_(byte);
+        if (next_ < frames_.size())
+            setSettings(frames_[next_++]);
+    }
+
+  private:
+    std::vector<LineSettings> frames_;
+    std::function<void(Byte)> heard_;
+    size_t next_ = 1;
+};
 
 TEST(MainDriver, CommandLineBeginningWith2GivesLevel2) {
     ScenarioRig rig;
@@ -119,16 +124,15 @@ TEST(MainDriver, AZeroLengthFileEndsInTheFatalTrap) {
 
 TEST(MainDriver, Tr8200AcceptsAnyFileAsFarAsTheFirstLineGoes) {
     ScenarioRig rig;
-    EchoDevice device(k7E1);
-    rig.serial.attach(2, device);
+    AcceptingScale scale(rig, 2);
     rig.driveC.write("notes.txt", "this is no firmware\r\nat all\r\n");
     bool connected = false;
-    rig.hooks.numberedConnect = [&](Firmcast&) {
-        connected = true;
-        throw ScenarioDone{};
-        return kFalse;
-    };
     rig.scriptSerialLoad(6, 2, "notes.txt");
+    rig.script.when([&scale] { return scale.connects() > 0; }, "the scale heard the handshake",
+                    [&connected] {
+                        connected = true;
+                        throw ScenarioDone{};
+                    });
     rig.run("");
     EXPECT_TRUE(connected);
     EXPECT_TRUE(rig.boxes().empty());
@@ -137,19 +141,19 @@ TEST(MainDriver, Tr8200AcceptsAnyFileAsFarAsTheFirstLineGoes) {
 
 TEST(MainDriver, SerieNFirstLineThatIsAnySoundRecordPassesBothTests) {
     ScenarioRig rig;
-    EchoDevice device(k7E1);
-    rig.serial.attach(1, device);
+    AcceptingScale scale(rig);
     // A data record first, not the usual type 02: the soundness test
     // rewrites the record kind, so the kind test passes too.
     rig.driveC.write("data-first.hex", kSoundRecord + "\r\n" + kEndRecord + "\r\n");
     bool connected = false;
-    rig.hooks.numberedConnect = [&](Firmcast& f) {
-        connected = true;
-        EXPECT_EQ(f.inicio_linea, ":02");
-        throw ScenarioDone{};
-        return kFalse;
-    };
     rig.scriptSerialLoad(1, 1, "data-first.hex");
+    Firmcast* f = &rig.form();
+    rig.script.when([&scale] { return scale.connects() > 0; }, "the scale heard the handshake",
+                    [&connected, f] {
+                        connected = true;
+                        EXPECT_EQ(f->inicio_linea, ":02");
+                        throw ScenarioDone{};
+                    });
     rig.run("");
     EXPECT_TRUE(connected);
     EXPECT_TRUE(rig.boxes().empty());
@@ -180,15 +184,17 @@ TEST(MainDriver, BankedModelWithoutS00FirstLineIsNotAFlashProgramFile) {
 
 TEST(MainDriver, Tr6100ConnectsWithItsOwnWordsAndFallsBackTo19200) {
     ScenarioRig rig;
-    EchoDevice device;
+    Firmcast* f = &rig.form();
+    std::vector<std::string> probes;
+    // A TR-6100 that never answers, listening at 57600 and then at 19200.
+    ListenerAtEachSpeed device({LineSettings{57600, 'N', 8, 1}, LineSettings{19200, 'N', 8, 1}},
+                               [&probes, f](Byte byte) {
+                                   EXPECT_EQ(byte, 0x15);
+                                   probes.push_back(f->Linea.settings());
+                                   EXPECT_EQ(f->Texto.caption(), "Connecting with TR-6100");
+                               });
     rig.serial.attach(1, device);
     rig.driveC.write("tr6100.s19", "S00600004844521B\r\nS9030000FC\r\n");
-    std::vector<std::string> probes;
-    rig.hooks.testk1 = [&](Firmcast& f) {
-        probes.push_back(f.Linea.settings());
-        EXPECT_EQ(f.Texto.caption(), "Connecting with TR-6100");
-        return kFalse;
-    };
     rig.scriptSerialLoad(5, 1, "tr6100.s19");
     rig.stopWhen([&] { return rig.form().esperando_otra != kFalse; }, "the pass ended");
     rig.run("");
@@ -199,10 +205,9 @@ TEST(MainDriver, Tr6100ConnectsWithItsOwnWordsAndFallsBackTo19200) {
 
 TEST(MainDriver, SerieHWithoutAnswerNamesTheH7XXScale) {
     ScenarioRig rig;
-    EchoDevice device;
-    rig.serial.attach(1, device);
+    BankedDevice device;
+    rig.serial.attach(1, device).setSilent(true);
     rig.driveC.write("h.s19", "S00600004844521B\r\nS9030000FC\r\n");
-    rig.hooks.testk1 = [](Firmcast&) { return kFalse; };
     rig.scriptSerialLoad(2, 1, "h.s19");
     rig.stopWhen([&] { return rig.form().esperando_otra != kFalse; }, "the pass ended");
     rig.run("");
@@ -211,16 +216,14 @@ TEST(MainDriver, SerieHWithoutAnswerNamesTheH7XXScale) {
 
 TEST(MainDriver, ASuccessfulLoadSaysTheScaleIsReadyAndWaitsForAgain) {
     ScenarioRig rig;
-    EchoDevice device(k7E1);
-    rig.serial.attach(1, device);
+    AcceptingScale scale(rig);
     rig.driveC.write("fw.hex", ":020000020000FC\r\n" + kSoundRecord + "\r\n" + kEndRecord + "\r\n");
-    std::vector<std::string> calls;
-    completeEveryLoad(rig, &calls);
     rig.scriptSerialLoad(1, 1, "fw.hex");
     rig.stopWhen([&] { return rig.form().esperando_otra != kFalse; }, "the pass ended");
     rig.run("");
     Firmcast& f = rig.form();
-    EXPECT_THAT(calls, ElementsAre("connect", "first line", "loop"));
+    EXPECT_THAT(scale.steps(), ElementsAre("connect", "first line", "loop"));
+    EXPECT_EQ(scale.loads(), 1);
     ASSERT_EQ(rig.dialogs.boxes().size(), 1u);
     EXPECT_EQ(rig.dialogs.boxes()[0].text, "The scale is ready");
     EXPECT_EQ(rig.dialogs.boxes()[0].title, "FIRMCAST OK");
@@ -237,11 +240,8 @@ TEST(MainDriver, ASuccessfulLoadSaysTheScaleIsReadyAndWaitsForAgain) {
 
 TEST(MainDriver, InProductionWayAgainStopsInTheStep3WaitAndNextLoadsTheSameFile) {
     ScenarioRig rig;
-    EchoDevice device(k7E1);
-    rig.serial.attach(1, device);
+    AcceptingScale scale(rig);
     rig.driveC.write("fw.hex", ":020000020000FC\r\n" + kEndRecord + "\r\n");
-    std::vector<std::string> calls;
-    completeEveryLoad(rig, &calls);
     rig.scriptSerialLoad(1, 1, "fw.hex");
     Firmcast* f = &rig.form();
     rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again",
@@ -254,18 +254,17 @@ TEST(MainDriver, InProductionWayAgainStopsInTheStep3WaitAndNextLoadsTheSameFile)
     rig.script.after(10, "Next", [&] { rig.click("cmdAdelante"); });
     rig.stopWhen([f] { return f->esperando_otra != kFalse; }, "the second pass ended");
     rig.run("1");
-    EXPECT_THAT(calls,
+    EXPECT_THAT(scale.steps(),
                 ElementsAre("connect", "first line", "loop", "connect", "first line", "loop"));
+    EXPECT_EQ(scale.loads(), 2);
     EXPECT_EQ(rig.dialogs.texts(),
               (std::vector<std::string>{"The scale is ready", "The scale is ready"}));
 }
 
 TEST(MainDriver, InProductionWayBackFromTheStep3WaitLeadsToTheFileStep) {
     ScenarioRig rig;
-    EchoDevice device(k7E1);
-    rig.serial.attach(1, device);
+    AcceptingScale scale(rig);
     rig.driveC.write("fw.hex", ":020000020000FC\r\n" + kEndRecord + "\r\n");
-    completeEveryLoad(rig);
     rig.scriptSerialLoad(1, 1, "fw.hex");
     Firmcast* f = &rig.form();
     rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again",
@@ -279,10 +278,8 @@ TEST(MainDriver, InProductionWayBackFromTheStep3WaitLeadsToTheFileStep) {
 
 TEST(MainDriver, WithoutProductionWayAgainShowsTheLastModelWithAllFlagsClear) {
     ScenarioRig rig;
-    EchoDevice device(k7E1);
-    rig.serial.attach(1, device);
+    AcceptingScale scale(rig);
     rig.driveC.write("fw.hex", ":020000020000FC\r\n" + kEndRecord + "\r\n");
-    completeEveryLoad(rig);
     rig.scriptSerialLoad(1, 1, "fw.hex");
     Firmcast* f = &rig.form();
     rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again",
@@ -303,12 +300,12 @@ TEST(MainDriver, WithoutProductionWayAgainShowsTheLastModelWithAllFlagsClear) {
 
 TEST(MainDriver, AFailedLastRecordLeavesFileOneOpenAndTheNextPassEndsInTheFatalTrap) {
     ScenarioRig rig;
-    EchoDevice device(k7E1);
-    rig.serial.attach(1, device);
+    NumberedScale scale;
+    rig.serial.attach(1, scale);
     rig.driveC.write("fw.hex", ":020000020000FC\r\n" + kEndRecord + "\r\n");
-    completeEveryLoad(rig);
-    // The sender of the last record failed without its clean-up.
-    rig.hooks.numberedLoop = [](Firmcast&) { return LoopOutcome::EndOfPass; };
+    // The scale gives a bad answer to the last record (frame 2): its sender
+    // fails without its clean-up.
+    scale.faults.wrongByteAt[2] = 'X';
     rig.scriptSerialLoad(1, 1, "fw.hex");
     Firmcast* f = &rig.form();
     rig.script.when([f] { return f->cmdAgain.reachable(); }, "Again, in Production Way",
@@ -328,8 +325,14 @@ TEST(MainDriver, NoModelPictureRaisesSerieGOrMv510) {
     for (int code = 0; code <= 8; ++code) {
         ScenarioRig rig;
         rig.hooks.startProgram = [](const std::string&) { return 1L; };
-        rig.hooks.frmCargaMV510 = [](Firmcast&) {};
         Firmcast* f = &rig.form();
+        // The visor's picture opens its screen modally, while the click is
+        // still in its handler: a script of its own closes it.
+        OperatorScript onVisor(rig.pump);
+        if (code == 7) {
+            onVisor.when([f] { return f->visorScreen() != nullptr && f->visorScreen()->loaded(); },
+                         "close the visor screen", [f] { f->visorScreen()->unload(); });
+        }
         rig.script.when([f] { return f->Seleccion.reachable(); }, "pick",
                         [&, code] {
                             if (code <= 3)
@@ -344,28 +347,19 @@ TEST(MainDriver, NoModelPictureRaisesSerieGOrMv510) {
                             throw ScenarioDone{};
                         });
         rig.run("");
+        EXPECT_TRUE(onVisor.finished()) << "code " << code;
     }
 }
 
 TEST(MainDriver, FinDuringTheEraseEndsTheProgramWithTheDeviceStillErasing) {
     ScenarioRig rig;
-    EchoDevice device(k7E1);
-    rig.serial.attach(1, device);
+    // The erase: the scale says nothing for eight seconds.
+    AcceptingScale scale(rig);
     rig.driveC.write("fw.hex", ":020000020000FC\r\n" + kEndRecord + "\r\n");
-    rig.hooks.numberedConnect = [](Firmcast&) { return kTrue; };
     size_t heardBeforeErase = 0;
-    rig.hooks.numberedFirstLine = [&](Firmcast& f) {
-        // The erase: the device says nothing for a long time.
-        f.Linea.output("H0001" + f.linea_fichero);
-        heardBeforeErase = f.Linea.outBufferCount();
-        while (true) f.services().pump.doEvents();
-        return kTrue;
-    };
     rig.scriptSerialLoad(1, 1, "fw.hex");
-    Firmcast* f = &rig.form();
-    rig.script.when(
-        [f] { return f->Texto.caption() == "Scale connected. Please Wait, erasing FLASH ROM"; },
-        "wait a while", [] {});
+    rig.script.when([&scale] { return scale.device.erased(); }, "the scale erases; wait a while",
+                    [&] { heardBeforeErase = scale.device.frames().size(); });
     rig.script.after(3000, "Exit", [&] { rig.click("FIN"); });
     int status = rig.run("");
     EXPECT_EQ(status, 0);
@@ -373,8 +367,11 @@ TEST(MainDriver, FinDuringTheEraseEndsTheProgramWithTheDeviceStillErasing) {
     EXPECT_FALSE(rig.form().Linea.portOpen());
     EXPECT_FALSE(rig.files.isOpen(1));
     EXPECT_FALSE(rig.form().Tiempo1.enabled());
-    // Nothing more than the first line went to the device.
-    EXPECT_EQ(device.heard().size(), heardBeforeErase);
+    // Nothing more than the first line went to the device, and it had
+    // answered nothing but the handshake.
+    EXPECT_EQ(heardBeforeErase, 2u);
+    EXPECT_EQ(scale.device.frames().size(), heardBeforeErase);
+    EXPECT_EQ(scale.device.answerTimes().size(), 1u);
 }
 
 TEST(MainDriver, FinEndsTheProgramFromTheModelStep) {
@@ -393,27 +390,35 @@ TEST(MainDriver, ClosingTheWindowEndsTheProgramWithTheArrowPointer) {
 
 TEST(MainDriver, TheAnimationCyclesThroughTwelvePicturesWhileLoading) {
     ScenarioRig rig;
-    EchoDevice device(k7E1);
-    rig.serial.attach(1, device);
+    // The whole watch falls inside the erase of the first line.
+    NumberedScale::Config config;
+    config.eraseTime = 20'000'000;
+    AcceptingScale scale(rig, 1, config);
     rig.driveC.write("fw.hex", ":020000020000FC\r\n" + kEndRecord + "\r\n");
-    rig.hooks.numberedConnect = [](Firmcast&) { return kTrue; };
+    Firmcast* f = &rig.form();
     std::vector<int> shown;
-    rig.hooks.numberedFirstLine = [&](Firmcast& f) {
-        long long until = f.services().pump.now() + 600 * 13 + 10;
-        while (f.services().pump.now() < until) {
-            int visible = 0;
-            for (int n = 1; n <= 12; ++n) {
-                if (f.dibujo(n).visible())
-                    visible = visible ? -1 : n;
-            }
-            if (visible != 0 && (shown.empty() || shown.back() != visible))
-                shown.push_back(visible);
-            f.services().pump.doEvents();
+    bool watching = false;
+    auto look = [f, &shown, &watching] {
+        if (!watching)
+            return;
+        int visible = 0;
+        for (int n = 1; n <= 12; ++n) {
+            if (f->dibujo(n).visible())
+                visible = visible ? -1 : n;
         }
-        throw ScenarioDone{};
-        return kTrue;
+        if (visible != 0 && (shown.empty() || shown.back() != visible))
+            shown.push_back(visible);
     };
+    for (int n = 1; n <= 12; ++n) f->dibujo(n).addObserver([look](Control&) { look(); });
     rig.scriptSerialLoad(1, 1, "fw.hex");
+    rig.script.when(
+        [f] { return f->Texto.caption() == "Scale connected. Please Wait, erasing FLASH ROM"; },
+        "watch the pictures from the first line on",
+        [&watching, look] {
+            watching = true;
+            look();
+        });
+    rig.script.after(600 * 13 + 10, "enough", [] { throw ScenarioDone{}; });
     rig.run("");
     EXPECT_EQ(shown, (std::vector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 1}));
 }

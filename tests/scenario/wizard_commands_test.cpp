@@ -7,6 +7,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "platform/file_table.h"
 #include "sim/echo_device.h"
@@ -106,15 +108,8 @@ TEST(WizardCommands, EthernetWithTr8200LeavesTheCaptionWhileSerieWChangesIt) {
 
 TEST(WizardCommands, ADoubleClickOnAFileShowsTheAnimationAndTheFileButOnlyNextStartsTheLoad) {
     ScenarioRig rig;
-    EchoDevice device(k7E1);
-    rig.serial.attach(1, device);
+    AcceptingScale scale(rig);
     rig.driveC.write("fw.hex", kFirmware);
-    int connects = 0;
-    rig.hooks.numberedConnect = [&connects](Firmcast&) {
-        ++connects;
-        throw ScenarioDone{};
-        return kFalse;
-    };
     scriptModelAndPort(rig, 1, 1);
     Firmcast* f = &rig.form();
     rig.script.when([f] { return onFileStep(f); }, "double click the file",
@@ -122,7 +117,7 @@ TEST(WizardCommands, ADoubleClickOnAFileShowsTheAnimationAndTheFileButOnlyNextSt
                         rig.selectText("File1", "fw.hex");
                         operatorDblClick(rig.form(), "File1");
                     });
-    rig.script.after(700, "the animation runs, the load does not", [f, &connects] {
+    rig.script.after(700, "the animation runs, the load does not", [f, &scale] {
         EXPECT_EQ(f->caption(), "Firmcast working on port COM1 C:\\fw.hex");
         EXPECT_TRUE(f->Tiempo1.enabled());
         EXPECT_EQ(f->Tiempo1.interval(), 600);
@@ -130,12 +125,13 @@ TEST(WizardCommands, ADoubleClickOnAFileShowsTheAnimationAndTheFileButOnlyNextSt
         EXPECT_TRUE(f->dibujo(1).visible());
         EXPECT_EQ(f->Texto.caption(), " ");
         EXPECT_EQ(f->paso_asistente, 2);
-        EXPECT_EQ(connects, 0);
+        EXPECT_EQ(scale.connects(), 0);
     });
     rig.script.after(5000, "Next", [&rig] { rig.click("cmdAdelante"); });
+    rig.stopWhen([&scale] { return scale.connects() > 0; }, "the scale heard the handshake");
     EXPECT_EQ(rig.run(""), -1);
     EXPECT_TRUE(rig.script.finished());
-    EXPECT_EQ(connects, 1);
+    EXPECT_EQ(scale.connects(), 1);
 }
 
 TEST(WizardCommands, ADriveThatIsNotReadyPutsTheDriveListBackSilently) {
@@ -231,11 +227,9 @@ TEST(WizardCommands, AFileClickMakesTheFullPathAndRemembersDriveFolderAndName) {
 
 TEST(WizardCommands, NextOnStepZeroRestoresTheRememberedFileWhichAPictureClickForgets) {
     ScenarioRig rig;
-    EchoDevice device(k7E1);
-    rig.serial.attach(1, device);
+    AcceptingScale scale(rig);
     rig.driveC.write("top.hex", kFirmware);
     rig.driveC.write("fw/new.hex", kFirmware);
-    completeEveryLoad(rig);
     scriptModelAndPort(rig, 1, 1);
     Firmcast* f = &rig.form();
     rig.script.when([f] { return onFileStep(f); }, "load fw\\new.hex",
@@ -300,8 +294,12 @@ TEST(WizardCommands, TheGraphicDisplayButtonOpensItsScreenAndTheWayStepStays) {
 
 TEST(WizardCommands, SaveConfigOnTheScaleListSavesIt) {
     ScenarioRig rig;
-    int saved = 0;
-    rig.hooks.GuardaInfoIni = [&saved](Firmcast&) { ++saved; };
+    // A list of one scale, kept without the port: saving adds it.
+    rig.home.write("config.ini", "[Balanzas]\r\nNumero=1\r\n[Direcciones]\r\ndir1=10.0.0.1\r\n");
+    auto saved = [&rig] {
+        std::ifstream in(rig.home.path() / "config.ini", std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    };
     Firmcast* f = &rig.form();
     rig.script.when([f] { return onStepZero(f); }, "Serie_W", [&rig] { pickModel(rig, 0); });
     rig.script.when([f] { return f->frPuerto.reachable(); }, "Ethernet, Next",
@@ -314,7 +312,9 @@ TEST(WizardCommands, SaveConfigOnTheScaleListSavesIt) {
                     [&rig] { rig.click("cmdSave"); });
     rig.script.after(10, "look", [] { throw ScenarioDone{}; });
     EXPECT_EQ(rig.run(""), -1);
-    EXPECT_EQ(saved, 1);
+    EXPECT_EQ(
+        saved(),
+        "[Balanzas]\r\nNumero=1\r\n[Direcciones]\r\ndir1=10.0.0.1\r\n[Puertos]\r\nTx=3000\r\n");
     EXPECT_EQ(f->paso_asistente, 3);
 }
 

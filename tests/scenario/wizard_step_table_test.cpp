@@ -28,8 +28,9 @@ bool onScaleList(Firmcast* f) {
     return f->frBalanzasEth.reachable() && f->paso_asistente == 3;
 }
 
-// A rig with a 7E1 device on COM1 and a firmware file at C:\fw.hex. The
-// form takes the hooks as they are when it is first asked for.
+// A rig with a 7E1 device on COM1 and a firmware file at C:\fw.hex; a test
+// that loads plugs a scale in its place. The form takes the hooks as they
+// are when it is first asked for.
 struct StepRig : ScenarioRig {
     EchoDevice device{k7E1};
     StepRig() {
@@ -166,8 +167,8 @@ TEST(StepTable, From1BackGoesTo0AndTakesTheDisplayButtonAway) {
 
 TEST(StepTable, From2NextOnEthernetGoesTo3) {
     StepRig rig;
-    int loaded = 0;
-    rig.hooks.CargaInfoIni = [&loaded](Firmcast&) { ++loaded; };
+    rig.home.write("config.ini",
+                   "[Balanzas]\r\nNumero=2\r\n[Direcciones]\r\ndir1=10.0.0.1\r\ndir2=10.0.0.2\r\n");
     Firmcast* f = rig.f();
     rig.toEthernetFileStep();
     rig.script.when([f] { return onFileStep(f); }, "Next",
@@ -177,7 +178,9 @@ TEST(StepTable, From2NextOnEthernetGoesTo3) {
                     });
     rig.stopWhen([f] { return onScaleList(f); }, "scale list");
     EXPECT_EQ(rig.run(""), -1);
-    EXPECT_EQ(loaded, 1);
+    // The list on step 3 is the one config.ini keeps.
+    EXPECT_EQ(f->Text1.text(), "2");
+    EXPECT_EQ(f->lista_balanzas, (std::vector<std::string>{"10.0.0.1", "10.0.0.2"}));
     EXPECT_TRUE(f->cmdSave.reachable());
     EXPECT_FALSE(f->File1.enabled());
     EXPECT_FALSE(f->Drive1.enabled());
@@ -185,17 +188,19 @@ TEST(StepTable, From2NextOnEthernetGoesTo3) {
 
 TEST(StepTable, From2NextOnRS232GoesTo4AndTheLoadStarts) {
     StepRig rig;
+    AcceptingScale scale(rig);
     bool connected = false;
-    rig.hooks.numberedConnect = [&connected](Firmcast& form) {
-        connected = true;
-        EXPECT_EQ(form.paso_asistente, 4);
-        EXPECT_FALSE(form.cmdAdelante.enabled());
-        EXPECT_FALSE(form.cmdAtras.enabled());
-        EXPECT_TRUE(form.frInfoComunicacion.visible());
-        throw ScenarioDone{};
-        return kFalse;
-    };
+    Firmcast* form = rig.f();
     rig.scriptSerialLoad(1, 1, "fw.hex");
+    rig.script.when([&scale] { return scale.connects() > 0; }, "the scale heard the handshake",
+                    [&connected, form] {
+                        connected = true;
+                        EXPECT_EQ(form->paso_asistente, 4);
+                        EXPECT_FALSE(form->cmdAdelante.enabled());
+                        EXPECT_FALSE(form->cmdAtras.enabled());
+                        EXPECT_TRUE(form->frInfoComunicacion.visible());
+                        throw ScenarioDone{};
+                    });
     EXPECT_EQ(rig.run(""), -1);
     EXPECT_TRUE(connected);
 }
@@ -245,7 +250,7 @@ TEST(StepTable, From3BackGoesTo2AndEmptiesTheModelLabel) {
 
 TEST(StepTable, From4AgainWithProductionWayTickedGoesTo3) {
     StepRig rig;
-    completeEveryLoad(rig);
+    AcceptingScale scale(rig);
     Firmcast* f = rig.f();
     rig.scriptSerialLoad(1, 1, "fw.hex");
     rig.script.when([f] { return f->cmdAgain.reachable(); }, "tick Production Way, Again",
@@ -265,7 +270,7 @@ TEST(StepTable, From4AgainWithProductionWayTickedGoesTo3) {
 
 TEST(StepTable, From4AgainWithProductionWayClearedGoesTo0) {
     StepRig rig;
-    completeEveryLoad(rig);
+    AcceptingScale scale(rig);
     Firmcast* f = rig.f();
     rig.scriptSerialLoad(1, 1, "fw.hex");
     rig.script.when([f] { return f->cmdAgain.reachable(); }, "clear Production Way, Again",

@@ -21,21 +21,42 @@ void pickModel(ScenarioRig& rig, int code) {
     rig.click(catalogueEntry(code).picture);
 }
 
-void completeEveryLoad(ScenarioRig& rig, int* loads) {
-    rig.hooks.numberedConnect = [](Firmcast&) { return kTrue; };
-    rig.hooks.numberedFirstLine = [](Firmcast&) { return kTrue; };
-    rig.hooks.numberedLoop = [loads](Firmcast&) {
-        if (loads)
-            ++*loads;
-        return LoopOutcome::Success;
-    };
-    rig.hooks.testk1 = [](Firmcast&) { return kTrue; };
-    rig.hooks.bankedFirstLine = [](Firmcast&) { return kTrue; };
-    rig.hooks.bankedLoop = [loads](Firmcast&) {
-        if (loads)
-            ++*loads;
-        return LoopOutcome::Success;
-    };
+AcceptingScale::AcceptingScale(ScenarioRig& rig, int port, const NumberedScale::Config& config)
+    : device(config) {
+    rig.serial.attach(port, device);
+}
+
+int AcceptingScale::connects() const {
+    int count = 0;
+    for (const NumberedScale::Frame& frame : device.frames()) {
+        if (frame.number == 0)
+            ++count;
+    }
+    return count;
+}
+
+int AcceptingScale::loads() const {
+    int count = 0;
+    for (const NumberedScale::Frame& frame : device.frames()) {
+        // The record type is the pair of digits after the address.
+        if (frame.number > 1 && frame.record.size() >= 9 && frame.record.compare(7, 2, "01") == 0)
+            ++count;
+    }
+    return count;
+}
+
+std::vector<std::string> AcceptingScale::steps() const {
+    std::vector<std::string> out;
+    for (const NumberedScale::Frame& frame : device.frames()) {
+        if (frame.number == 0) {
+            out.push_back("connect");
+        } else if (frame.number == 1) {
+            out.push_back("first line");
+        } else if (out.empty() || out.back() != "loop") {
+            out.push_back("loop");
+        }
+    }
+    return out;
 }
 
 void scriptModelAndPort(ScenarioRig& rig, int code, int port) {
