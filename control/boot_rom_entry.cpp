@@ -14,6 +14,9 @@ namespace fc {
 void Firmcast::cmdCargaRomG_Click() {
     choosingBootRomRange_ = true;
     launchesBeforeChoice_ = gseriesLaunches_;
+    // The kinds of G scale in place of the models' pictures; a kind of
+    // device chosen again shows its pictures again.
+    for (Frame* f : {&frBalanzas, &frEtiquetadoras, &frVisores}) f->setVisible(false);
     hacerf.setVisible(true);
     hacerf.setEnabled(true);
 }

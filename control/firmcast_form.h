@@ -287,7 +287,6 @@ class Firmcast : public Screen {
     void setDrive(const std::string& drive);
     void setFolder(const std::string& folder);
     int modelCodeOfFlags() const;
-    Flag missingEngine(const std::string& what);
     std::string openFirmwareFile();
     Next endOfPass();
     Next stepWaitExit(Integer step);

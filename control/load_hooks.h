@@ -1,10 +1,10 @@
 // The engines that a program wires into the main driver, because they are
 // programs of their own or live in subsystems that not every program links:
-// the boot ROM loader, the MAC database, the display driver's event, the
-// scale record form, the Ethernet loader and the starting of another
-// program. Nothing else goes through here; the driver calls the rest of the
-// system directly. An engine a program left empty makes the driver do the
-// least that keeps its road as it is, and say so where a person would notice.
+// the MAC database, the display driver's event, the scale record form, the
+// Ethernet loader and the starting of another program. Nothing else goes
+// through here; the driver calls the rest of the system directly. An engine a
+// program left empty makes the driver do the least that keeps its road as it
+// is, and say so where a person would notice.
 #pragma once
 
 #include <functional>
@@ -17,8 +17,6 @@ namespace fc {
 class Firmcast;
 
 struct LoadHooks {
-    // The boot ROM loader of the Serie_G scale does the whole load.
-    std::function<Flag(Firmcast&)> carga_F;
     // The next MAC address as twelve hex digits, or empty when none is left.
     std::function<std::string(Firmcast&)> DameMACAddress;
     // The pause after the erase that the display driver may cut short.

@@ -203,14 +203,4 @@ Firmcast::Next Firmcast::macStep() {
     return finishSerialLoad();
 }
 
-// What a pass does when the load engine of its model is not in this build:
-// it says so and ends the pass as a failed connection would.
-Flag Firmcast::missingEngine(const std::string& what) {
-    paradibu();
-    services_.dialogs.msgBox("The " + what +
-                             " of this model is not available in this build of the program");
-    acaba2();
-    return kFalse;
-}
-
 }  // namespace fc

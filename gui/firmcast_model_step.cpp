@@ -99,7 +99,7 @@ void arrangeCards(const Widgets& widgets, ModelGroup group) {
 
 QWidget* buildKinds(const Widgets& widgets) {
     QWidget* kinds = widgetNamed(widgets, "frOption");
-    kinds->setFixedWidth(160);
+    kinds->setFixedWidth(230);
     auto* column = new QVBoxLayout(kinds);
     column->setContentsMargins(12, 18, 12, 12);
     column->setSpacing(12);

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Takes the screenshots of the main screen for the documentation, under Xvfb
-# (scripts/screenshot.sh): the model step of each kind of device, the way
+# (scripts/screenshot.sh): the model step of each kind of device, the kinds
+# of G scale behind the boot ROM button, the way
 # step on RS-232 and on Ethernet, the file step with a folder of firmware
 # files, the scale list of the Ethernet way with three scales, and a load in
 # progress. The program firmcast_screens walks the real screen to each of
@@ -21,11 +22,11 @@ program=$build/bin/firmcast_screens
 # Each scene and how long it is left to come on screen; the load is given
 # time to be well on its way.
 declare -A settle=(
-    [model-scales]=2 [model-labellers]=2 [model-visors]=2
+    [model-scales]=2 [model-labellers]=2 [model-visors]=2 [boot-rom]=2
     [way-rs232]=2 [way-ethernet]=2 [file]=2 [scales]=3 [load]=7
 )
 scenes=("$@")
-[[ ${#scenes[@]} -gt 0 ]] || scenes=(model-scales model-labellers model-visors way-rs232 way-ethernet file scales load)
+[[ ${#scenes[@]} -gt 0 ]] || scenes=(model-scales model-labellers model-visors boot-rom way-rs232 way-ethernet file scales load)
 
 for scene in "${scenes[@]}"; do
     [[ -n ${settle[$scene]:-} ]] || { echo "firmcast_screenshots: no scene $scene" >&2; exit 2; }

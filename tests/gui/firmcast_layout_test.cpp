@@ -184,13 +184,13 @@ TEST_F(FirmcastWindowTest, EnterOnTheFolderListOpensTheFolder) {
 TEST_F(FirmcastWindowTest, TabGoesThroughTheModelStepInReadingOrder) {
     widget<QWidget>("optBalanzas")->setFocus(Qt::TabFocusReason);
     std::vector<std::string> order;
-    for (int n = 0; n < 9; ++n) {
+    for (int n = 0; n < 10; ++n) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         order.push_back(QApplication::focusWidget()->objectName().toStdString());
     }
     EXPECT_EQ(order, (std::vector<std::string>{"optEtiquetadoras", "optVisores", "Picture4",
-                                               "Picture3", "Picture2", "Picture6", "cmdAdelante",
-                                               "FIN", "optBalanzas"}));
+                                               "Picture3", "Picture2", "Picture6", "cmdCargaRomG",
+                                               "cmdAdelante", "FIN", "optBalanzas"}));
 }
 
 TEST_F(FirmcastWindowTest, TheGuideNamesTheStepOnScreen) {

@@ -117,6 +117,11 @@ const std::map<std::string, Scene> kScenes = {
          script.when([&f] { return on(f, f.Seleccion); }, "visors",
                      [&f] { fc::operatorClick(f, "optVisores"); });
      }},
+    {"boot-rom",
+     [](fc::Firmcast& f, fc::OperatorScript& script) {
+         script.when([&f] { return on(f, f.cmdCargaRomG); }, "the boot ROM of a G scale",
+                     [&f] { fc::operatorClick(f, "cmdCargaRomG"); });
+     }},
     {"way-rs232", serieNOnCom1},
     {"way-ethernet",
      [](fc::Firmcast& f, fc::OperatorScript& script) {

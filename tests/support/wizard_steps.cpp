@@ -1,24 +1,11 @@
 #include "support/wizard_steps.h"
 
-#include "control/catalogue.h"
+#include "operator/model_choice.h"
 
 namespace fc::test {
 
-std::string groupButtonOf(int code) {
-    switch (catalogueEntry(code).group) {
-        case ModelGroup::Scales:
-            return "optBalanzas";
-        case ModelGroup::Labellers:
-            return "optEtiquetadoras";
-        case ModelGroup::Visors:
-            return "optVisores";
-    }
-    return "";
-}
-
 void pickModel(ScenarioRig& rig, int code) {
-    rig.click(groupButtonOf(code));
-    rig.click(catalogueEntry(code).picture);
+    operatorPickModel(rig.form(), code);
 }
 
 AcceptingScale::AcceptingScale(ScenarioRig& rig, int port, const NumberedScale::Config& config)

@@ -10,9 +10,6 @@
 
 namespace fc::test {
 
-// The group option button that shows the picture of a catalogue code.
-std::string groupButtonOf(int code);
-
 // As the operator: shows the model's group and clicks its picture.
 void pickModel(ScenarioRig& rig, int code);
 
