@@ -44,7 +44,10 @@ constexpr long kConfigAddress = 0x807E;
 Msc1210Rom::Msc1210Rom() : Msc1210Rom(Config{}) {}
 
 Msc1210Rom::Msc1210Rom(const Config& config)
-    : SerialDevice(config.settings), config_(config), flash_(kFlashSize, 0xFF) {}
+    : SerialDevice(config.settings),
+      config_(config),
+      mode_(config.startsInRom ? Mode::Banner : Mode::Running),
+      flash_(kFlashSize, 0xFF) {}
 
 // DTR raised holds the chip in reset; lowered, it starts in its ROM.
 void Msc1210Rom::onDtrChanged(bool on) {

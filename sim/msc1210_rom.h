@@ -29,6 +29,9 @@ class Msc1210Rom : public SerialDevice {
         Micros pageEraseTime = 4'000;
         Micros chipEraseTime = 40'000;
         Micros recordTime = 600;  // writing one record into flash
+        // Already reset into the ROM, waiting for its carriage return: the
+        // ROM behind a pty, which carries no DTR to pulse.
+        bool startsInRom = false;
     };
     // Faults to switch on. Records are counted from 0 in the order they come.
     struct Faults {

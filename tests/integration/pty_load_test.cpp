@@ -4,9 +4,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <future>
+#include <thread>
 
 #include "control/firmcast_form.h"
 #include "operator/model_choice.h"
@@ -18,8 +21,10 @@
 #include "platform/linux/termios_port.h"
 #include "sim/banked_device.h"
 #include "sim/host/pty_device_host.h"
+#include "sim/msc1210_rom.h"
 #include "sim/numbered_scale.h"
 #include "support/firmware_files.h"
+#include "support/intel_hex.h"
 #include "support/scenario_rig.h"
 
 namespace fc::test {
@@ -67,6 +72,36 @@ struct RealRig {
     }
 };
 
+// A device behind its pty that runs beside the loader, as a scale does: in a
+// thread with a pump of its own, so that the loader's plain sleeps (which run
+// no events) do not stop it. Read the device only after stop().
+class DeviceBeside {
+  public:
+    explicit DeviceBeside(SerialDevice& device) {
+        std::promise<std::string> tty;
+        std::future<std::string> path = tty.get_future();
+        thread_ = std::thread([this, &device, &tty] {
+            RealPump pump;
+            PtyDeviceHost host(pump, device);
+            tty.set_value(host.ttyPath());
+            while (!stop_) pump.doEvents();
+        });
+        ttyPath_ = path.get();
+    }
+    ~DeviceBeside() { stop(); }
+    const std::string& ttyPath() const { return ttyPath_; }
+    void stop() {
+        stop_ = true;
+        if (thread_.joinable())
+            thread_.join();
+    }
+
+  private:
+    std::atomic<bool> stop_{false};
+    std::thread thread_;
+    std::string ttyPath_;
+};
+
 TEST(PtyLoad, ANumberedLineScaleLoadsOverARealPty) {
     RealRig rig;
     NumberedScale::Config config;
@@ -89,6 +124,48 @@ TEST(PtyLoad, ABankedDeviceLoadsOverARealPtyAcrossTwoBanks) {
                 ElementsAre("The scale is ready"));
     EXPECT_EQ(device.banksRecorded(), (std::vector<int>{16, 16}));
     EXPECT_TRUE(device.ended());
+}
+
+TEST(PtyLoad, AGScaleLoadsThroughItsBootRomOverARealPty) {
+    RealRig rig;
+    Msc1210Rom::Config config;
+    config.startsInRom = true;  // a pty has no DTR to pulse
+    Msc1210Rom rom(config);
+    DeviceBeside scale(rom);
+    setenv("FIRMCAST_COM1", scale.ttyPath().c_str(), 1);
+    rig.driveC.write("fw.txt", hexFile({intelRecord(0x0200, 0, patternBytes(6, 16)), endRecord()}));
+    Firmcast form(rig.machine.services(rig.pump, rig.dialogs, rig.ports, rig.files,
+                                       rig.home.path().string()));
+    Firmcast* f = &form;
+    rig.script.when([f] { return f->cmdCargaRomG.reachable(); }, "the boot ROM button",
+                    [f] { operatorClick(*f, "cmdCargaRomG"); });
+    rig.script.when([f] { return f->hacerf.reachable(); }, "Balanza G",
+                    [f] { operatorClick(*f, "Option5"); });
+    rig.script.when([f] { return f->frPuerto.reachable(); }, "COM1",
+                    [f] {
+                        operatorClick(*f, "optrs232");
+                        operatorClick(*f, "Option1");
+                        operatorClick(*f, "cmdAdelante");
+                    });
+    rig.script.when([f] { return f->File1.reachable() && f->File1.listCount() > 0; }, "file",
+                    [f] {
+                        operatorSelectText(*f, "File1", "fw.txt");
+                        operatorClick(*f, "cmdAdelante");
+                    });
+    rig.script.when([f] { return f->esperando_otra != kFalse; }, "done",
+                    [] { throw ScenarioDone{}; });
+    try {
+        form.Form_Load("3");
+    } catch (const ScenarioDone&) {
+    }
+    scale.stop();
+    EXPECT_THAT(rig.dialogs.texts(), ElementsAre("The scale is ready"));
+    EXPECT_EQ(rom.chipErases(), 1);
+    EXPECT_EQ(rom.recordAddresses().front(), 0);
+    EXPECT_EQ(rom.recordAddresses().back(), 0x7BF0);
+    EXPECT_EQ(rom.flash()[0x200], patternBytes(6, 16)[0]);
+    EXPECT_EQ(rom.hcr1(), 0xE3);
+    EXPECT_TRUE(rom.endSeen());
 }
 
 TEST(PtyLoad, ADeviceOnlyAt19200IsReachedByTheFallBack) {
