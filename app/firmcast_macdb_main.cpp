@@ -4,11 +4,14 @@
 //   firmcast-macdb [--dsn NAME] next [N]    gives N addresses (1 by default) exactly as
 //                                           the loader does, one a line, twelve hex digits
 //   firmcast-macdb [--dsn NAME] show [N]    the counter and the register's last N rows
+//   --wait SECONDS                          how long `next` tries a failing database
+//                                           again before it gives up (10)
 //
 // The data source is "MacConnection" unless --dsn names another (or gives a
 // whole connection string). ODBCINI defaults to odbc.ini in the program's
 // folder. Exit status: 0 done, 1 the counter is exhausted, 2 bad usage,
 // 3 the database failed.
+#include <filesystem>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -19,6 +22,7 @@
 #include "mac/mac_module.h"
 #include "mac/mac_register.h"
 #include "mac/mac_tables.h"
+#include "platform/environment.h"
 #include "platform/file_table.h"
 #include "platform/linux/linux_machine.h"
 #include "platform/linux/real_pump.h"
@@ -38,18 +42,40 @@ struct Options {
     std::string dsn = fc::kOrigenMac;
     std::string command;
     int count = 0;
+    int waitSeconds = 10;
 };
 
 int usage() {
-    std::cerr << "usage: firmcast-macdb [--dsn NAME] init | next [COUNT] | show [ROWS]\n";
+    std::cerr << "usage: firmcast-macdb [--dsn NAME] [--wait SECONDS] init | next [COUNT] | "
+                 "show [ROWS]\n";
     return kExitBadUsage;
+}
+
+// A whole number from 0 to 86400, or -1.
+int seconds(const std::string& text) {
+    if (text.empty() || text.size() > 5 ||
+        text.find_first_not_of("0123456789") != std::string::npos)
+        return -1;
+    int value = std::stoi(text);
+    return value <= 86400 ? value : -1;
 }
 
 bool parse(int argc, char** argv, Options& options) {
     std::vector<std::string> words(argv + 1, argv + argc);
     size_t i = 0;
-    if (i + 1 < words.size() && words[i] == "--dsn") {
-        options.dsn = words[i + 1];
+    bool dsnGiven = false, waitGiven = false;
+    while (i + 1 < words.size() && words[i].rfind("--", 0) == 0) {
+        if (words[i] == "--dsn" && !dsnGiven) {
+            options.dsn = words[i + 1];
+            dsnGiven = true;
+        } else if (words[i] == "--wait" && !waitGiven) {
+            options.waitSeconds = seconds(words[i + 1]);
+            if (options.waitSeconds < 0)
+                return false;
+            waitGiven = true;
+        } else {
+            return false;
+        }
         i += 2;
     }
     if (i >= words.size())
@@ -92,6 +118,7 @@ int next(World& w, const Options& o) {
     // not there at all.
     w.odbc.openConnection(o.dsn)->close();
     fc::MacModule m{w.c, w.odbc, o.dsn, nullptr, nullptr};
+    m.esperaMaximaMs = o.waitSeconds * 1000L;
     for (int i = 0; i < o.count; ++i) {
         std::string mac = fc::DameMACAddress(m);
         if (mac.empty())
@@ -112,13 +139,27 @@ int show(World& w, const Options& o) {
 }
 
 int run(const Options& o) {
-    fc::defaultOdbcIni(fc::programFolder());
     World w;
     if (o.command == "init")
         return init(w, o);
     if (o.command == "next")
         return next(w, o);
     return show(w, o);
+}
+
+// A data source that the driver manager does not know: where it looked, and
+// what prepares one. The driver manager leaves an empty odbc.ini where there
+// was none; that file goes again, so that a later set-up finds none.
+int missingDataSource(const Options& o, const std::string& odbcIni, bool iniExisted) {
+    std::error_code ec;
+    if (!iniExisted && std::filesystem::exists(odbcIni, ec) &&
+        std::filesystem::file_size(odbcIni, ec) == 0)
+        std::filesystem::remove(odbcIni, ec);
+    std::cerr << "firmcast-macdb: the data source \"" << o.dsn << "\" is not in " << odbcIni
+              << (iniExisted ? "" : ", which does not exist")
+              << ".\nscripts/prepare-home.sh BIN_DIR prepares the embedded one there; "
+                 "scripts/setup-postgres-dsn.sh a shared PostgreSQL one.\n";
+    return fc::kFinPorBaseMac;
 }
 
 }  // namespace
@@ -129,11 +170,17 @@ int main(int argc, char** argv) {
         return usage();
     if (options.command != "init" && options.command != "next" && options.command != "show")
         return usage();
+    fc::defaultOdbcIni(fc::programFolder());
+    const std::string odbcIni = fc::environmentVariable("ODBCINI");
+    std::error_code ec;
+    const bool iniExisted = std::filesystem::exists(odbcIni, ec);
     try {
         return run(options);
     } catch (const fc::ProgramEnd& end) {
         return end.exitStatus;
     } catch (const fc::RuntimeError& error) {
+        if (error.description().find("IM002") != std::string::npos)
+            return missingDataSource(options, odbcIni, iniExisted);
         std::cerr << "firmcast-macdb: " << error.number() << " - " << error.description() << "\n";
         return fc::kFinPorBaseMac;
     }

@@ -1,9 +1,11 @@
 #include "mac/dame_mac_address.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 
 #include "common/common_module.h"
+#include "common/error_log.h"
 #include "common/frm_aviso_errores.h"
 #include "mac/mac_module.h"
 #include "mac/mac_tables.h"
@@ -11,7 +13,9 @@
 #include "platform/calendar.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
+#include "platform/pump.h"
 #include "platform/runtime_error.h"
+#include "platform/window_timer.h"
 
 namespace fc {
 namespace {
@@ -40,9 +44,32 @@ Long comoLong(const std::optional<std::string>& texto) {
     throw ProgramEnd{kFinPorBaseMac};
 }
 
+// The first pause between two tries of a failing database, and the
+// longest: each pause doubles the one before, up to the longest.
+constexpr int kPrimeraPausaMs = 10;
+constexpr int kPausaMaximaMs = 1000;
+
+// Between two tries the program's events run (the window stays alive and the
+// operator may end the program) for `pausaMs`, which then grows.
+void esperaOtroIntento(MacModule& m, int& pausaMs) {
+    Pump& pump = m.c.services.pump;
+    bool cumplida = false;
+    WindowTimer pausa(pump, "pausaBaseMac");
+    pausa.onTimer = [&cumplida] { cumplida = true; };
+    pausa.setInterval(pausaMs);
+    pausa.setEnabled(true);
+    while (!cumplida) pump.doEvents();
+    pausaMs = std::min(pausaMs * 2, kPausaMaximaMs);
+}
+
 // Steps 1 to 5: open, add one to the counter, read it. A failure of the
-// database is tried again from the start, for as long as it takes.
+// database is tried again from the start, for as long as it takes (or as
+// the module allows), pausing between tries; the log says once what the
+// allocation is waiting for.
 Long numeroSiguiente(MacModule& m) {
+    const Micros desde = m.c.services.pump.nowMicros();
+    int pausaMs = kPrimeraPausaMs;
+    bool anotado = false;
     for (;;) {
         try {
             CierraBdMac(m);
@@ -52,6 +79,15 @@ Long numeroSiguiente(MacModule& m) {
             if (error.number() != err::kOdbcFailure)
                 terminaPrograma(m, error);
             CierraBdMac(m);
+            if (!anotado) {
+                anotado = true;
+                EscribirLog(m.c, "DameMACAddress",
+                            "Waiting for the MAC database: " + error.description(), error.number());
+            }
+            const Micros esperado = m.c.services.pump.nowMicros() - desde;
+            if (m.esperaMaximaMs >= 0 && esperado >= Micros{m.esperaMaximaMs} * 1000)
+                throw;
+            esperaOtroIntento(m, pausaMs);
         }
     }
 }

@@ -26,6 +26,9 @@ struct MacModule {
     // Unloads the main screen, which ends the program. Without one the
     // program simply ends.
     std::function<void()> descargaPrincipal;
+    // How long a failing database is tried again before its failure goes to
+    // the caller; below 0, for as long as it takes (the loader's way).
+    long esperaMaximaMs = -1;
 };
 
 // Closes `bd_mac` if open; a failure of the close changes nothing.

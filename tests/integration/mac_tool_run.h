@@ -24,9 +24,10 @@ inline std::vector<std::string> linesOf(const std::filesystem::path& file) {
 using Environment = std::vector<std::pair<std::string, std::string>>;
 
 // Starts the tool with `args` and the variables of `env` set (an empty value
-// unsets one); its standard output goes to `out`.
+// unsets one); its standard output goes to `out`, and its standard error to
+// `err` when one is named.
 inline pid_t startMacTool(const std::vector<std::string>& args, const Environment& env,
-                          const std::filesystem::path& out) {
+                          const std::filesystem::path& out, const std::filesystem::path& err = {}) {
     std::string tool = std::string(FIRMCAST_BIN_DIR) + "/firmcast-macdb";
     std::vector<char*> argv{const_cast<char*>(tool.c_str())};
     for (const std::string& arg : args) argv.push_back(const_cast<char*>(arg.c_str()));
@@ -35,6 +36,8 @@ inline pid_t startMacTool(const std::vector<std::string>& args, const Environmen
     if (pid == 0) {
         int fd = open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
         dup2(fd, STDOUT_FILENO);
+        if (!err.empty())
+            dup2(open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644), STDERR_FILENO);
         // The SQLite ODBC driver leaks a little at each connection through a
         // data source name, from a library it has unloaded by the end, where
         // no suppression can name it. The tool's own code is checked for

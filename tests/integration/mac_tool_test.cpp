@@ -11,6 +11,7 @@ namespace fc::test {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 class MacTool : public ::testing::TestWithParam<std::string> {
@@ -81,6 +82,49 @@ TEST(MacToolOdbcIni, WithoutOdbciniTheProgramFoldersOdbcIniIsUsed) {
         startMacTool({"next"}, {{"ODBCINI", ""}, {"FIRMCAST_HOME", home.str()}}, home / "out");
     EXPECT_EQ(waitMacTool(pid), 0);
     EXPECT_THAT(linesOf(home / "out"), ElementsAre("02C0DE000001"));
+}
+
+TEST(MacToolOdbcIni, AMissingDataSourceNamesTheOdbcIniAndWhatPreparesItAndLeavesNoFile) {
+    commontest::ScratchFolder home;
+    pid_t pid = startMacTool({"next"}, {{"ODBCINI", ""}, {"FIRMCAST_HOME", home.str()}},
+                             home / "out", home / "err");
+    EXPECT_EQ(waitMacTool(pid), 3);
+    EXPECT_THAT(linesOf(home / "out"), IsEmpty());
+    std::vector<std::string> err = linesOf(home / "err");
+    ASSERT_EQ(err.size(), 2u);
+    EXPECT_EQ(err[0], "firmcast-macdb: the data source \"MacConnection\" is not in " +
+                          (home / "odbc.ini").string() + ", which does not exist.");
+    EXPECT_THAT(err[1], HasSubstr("scripts/prepare-home.sh"));
+    EXPECT_FALSE(std::filesystem::exists(home / "odbc.ini"));
+}
+
+TEST(MacToolOdbcIni, NextOnAFileThatIsNoDatabaseGivesUpAfterItsWaitWithTheDriversMessage) {
+    commontest::ScratchFolder home;
+    std::ofstream(home / "MacConnection.db") << "this is no database, but it is long enough";
+    std::ofstream(home / "odbc.ini")
+        << "[MacConnection]\nDriver=SQLite3\nDatabase=" << (home / "MacConnection.db").string()
+        << "\n";
+    pid_t pid = startMacTool({"--wait", "1", "next"}, {{"ODBCINI", (home / "odbc.ini").string()}},
+                             home / "out", home / "err");
+    EXPECT_EQ(waitMacTool(pid), 3);
+    EXPECT_THAT(linesOf(home / "out"), IsEmpty());
+    std::vector<std::string> err = linesOf(home / "err");
+    ASSERT_FALSE(err.empty());
+    EXPECT_THAT(err.back(), HasSubstr("40002"));
+    EXPECT_THAT(err.back(), HasSubstr("not a database"));
+}
+
+TEST(MacToolOdbcIni, AWaitThatIsNoNumberOrIsGivenTwiceIsBadUsage) {
+    commontest::ScratchFolder home;
+    for (const std::vector<std::string>& args :
+         {std::vector<std::string>{"--wait", "ten", "next"},
+          std::vector<std::string>{"--wait", "-1", "next"},
+          std::vector<std::string>{"--wait", "1", "--wait", "2", "next"},
+          std::vector<std::string>{"--dsn", "A", "--dsn", "B", "next"}}) {
+        pid_t pid = startMacTool(args, {{"FIRMCAST_HOME", home.str()}}, home / "out", home / "err");
+        EXPECT_EQ(waitMacTool(pid), 2) << args[1];
+        EXPECT_THAT(linesOf(home / "err"), ElementsAre(HasSubstr("usage: firmcast-macdb")));
+    }
 }
 
 TEST(MacToolOdbcIni, NextOnADataSourceThatIsNotThereSaysSoAndExits3) {
