@@ -89,6 +89,8 @@ class Firmcast : public Screen {
     DriveList Drive1{*this, "Drive1", &frDirectorio};
     DirList Dir1{*this, "Dir1", &frDirectorio};
     FileList File1{*this, "File1", &frDirectorio};
+    // What the selected file holds, for the operator's eye only.
+    Label lblComprobacion{*this, "lblComprobacion", &frDirectorio};
     Frame frComParameters{*this, "frComParameters"};
     Label Label5{*this, "Label5", &frComParameters};
     ComboBox cmbvelocidades{*this, "cmbvelocidades", &frComParameters};
@@ -108,6 +110,9 @@ class Firmcast : public Screen {
     Label lblADSL{*this, "lblADSL", &frBalanzasEth};
     Label lblModelo{*this, "lblModelo"};
     Label lblInformacion{*this, "lblInformacion"};
+    // The operating level, and the device each serial port stands for.
+    Label lblNivel{*this, "lblNivel"};
+    Label lblPuertos{*this, "lblPuertos", &Frame1};
 
     // Step 4, the load.
     Frame frInfoComunicacion{*this, "frInfoComunicacion"};
@@ -311,6 +316,9 @@ class Firmcast : public Screen {
     void showChosenPicture(const PictureBox& picture);
     void startDisplay();
     void highlightOnly(int code);
+    void showOperatingLevel();
+    void showPortDevices();
+    void showFileCheck();
     void afterKindOfGChosen();
     void bootRomLoad();
     void chooseBootRomModel();

@@ -64,6 +64,8 @@ void Firmcast::startUp(const std::string& commandLine) {
         }
     }
     load();
+    showOperatingLevel();
+    showPortDevices();
     tipo_conexion = 0;
     CargaComboVelocidades(cmbvelocidades);
     lanzado_gseries = kFalse;

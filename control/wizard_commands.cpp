@@ -187,6 +187,7 @@ void Firmcast::File1_Click() {
     unidad_elegida = Drive1.drive();
     carpeta_elegida = Dir1.path();
     fichero_elegido = File1.fileName();
+    showFileCheck();
 }
 
 void Firmcast::Dir1_Change() {

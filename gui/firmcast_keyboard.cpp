@@ -11,6 +11,7 @@
 
 #include "control/catalogue.h"
 #include "gui/firmcast_look.h"
+#include "platform/qt/picture_label.h"
 
 namespace fc {
 
@@ -42,6 +43,12 @@ const char* const kTabOrder[] = {"optBalanzas",  "optEtiquetadoras",
 // Shown (up to the window, shown or not yet) and enabled.
 bool reachable(QWidget* widget) {
     return widget->isVisibleTo(widget->window()) && widget->isEnabled();
+}
+
+// A picture on another colour than white: the model the screen highlights.
+bool highlighted(QWidget* widget) {
+    auto* picture = qobject_cast<PictureLabel*>(widget);
+    return picture != nullptr && picture->colour() != QColor(Qt::white);
 }
 
 bool isPicture(QWidget* widget) {
@@ -138,6 +145,12 @@ void focusStep(const Widgets& widgets, int step) {
     std::vector<const char*> candidates;
     switch (step) {
         case 0:
+            // The model highlighted as the last one chosen comes first, so
+            // that Enter chooses only what the operator sees chosen.
+            for (int code = 0; code < kCatalogueSize; ++code) {
+                if (highlighted(widgetNamed(widgets, catalogueEntry(code).picture)))
+                    candidates.push_back(catalogueEntry(code).picture);
+            }
             for (int code = 0; code < kCatalogueSize; ++code)
                 candidates.push_back(catalogueEntry(code).picture);
             break;

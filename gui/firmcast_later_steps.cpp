@@ -27,12 +27,19 @@ QWidget* buildWay(const Widgets& widgets) {
     column->addWidget(widgetNamed(widgets, "Label6"));
     column->addWidget(widgetNamed(widgets, "optrs232"));
     QWidget* ports = widgetNamed(widgets, "Frame1");
-    auto* portRow = new QHBoxLayout(ports);
-    portRow->setContentsMargins(14, 16, 14, 12);
+    auto* portColumn = new QVBoxLayout(ports);
+    portColumn->setContentsMargins(14, 16, 14, 12);
+    auto* portRow = new QHBoxLayout;
     portRow->setSpacing(24);
     for (const char* name : {"Option1", "Option2", "Option3", "Option4"})
         portRow->addWidget(widgetNamed(widgets, name));
     portRow->addStretch();
+    portColumn->addLayout(portRow);
+    // The device each port stands for on this machine.
+    QWidget* devices = widgetNamed(widgets, "lblPuertos");
+    devices->setObjectName("lblPuertos");
+    static_cast<QLabel*>(devices)->setWordWrap(true);
+    portColumn->addWidget(devices);
     auto* indented = new QHBoxLayout;
     indented->addSpacing(24);
     indented->addWidget(ports, 1);
@@ -55,6 +62,9 @@ QWidget* buildFile(const Widgets& widgets) {
     grid->addWidget(widgetNamed(widgets, "Dir1"), 3, 0);
     grid->addWidget(caption("Firmware files"), 0, 1);
     grid->addWidget(widgetNamed(widgets, "File1"), 1, 1, 3, 1);
+    auto* check = static_cast<QLabel*>(widgetNamed(widgets, "lblComprobacion"));
+    check->setWordWrap(true);
+    grid->addWidget(check, 4, 0, 1, 2);
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(3, 1);

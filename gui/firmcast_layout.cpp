@@ -1,7 +1,10 @@
 #include "gui/firmcast_layout.h"
 
 #include <QFrame>
+#include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QScreen>
+#include <QScrollArea>
 #include <QVBoxLayout>
 #include <QWidget>
 
@@ -37,19 +40,44 @@ QFrame* separator() {
     return line;
 }
 
+// The page of the steps scrolls when the screen is smaller than it (a line
+// PC's 1024 x 600 panel): the heading and the row of buttons stay in view.
+QScrollArea* scrolling(QLayout* page) {
+    auto* content = new QWidget;
+    content->setObjectName("stepPage");
+    content->setLayout(page);
+    auto* area = new QScrollArea;
+    area->setObjectName("stepScroll");
+    area->setWidget(content);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);  // the tab goes from control to control
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    return area;
+}
+
+// The window's first size: its own, or the screen's room where that is less.
+void fitToScreen(QWidget* window) {
+    QSize size(1040, 720);
+    if (QScreen* screen = QGuiApplication::primaryScreen())
+        size = size.boundedTo(screen->availableGeometry().size());
+    window->resize(size);
+}
+
 void arrangeFirmcast(const Widgets& widgets, QWidget* window) {
     window->setObjectName("FirmcastWindow");
     window->setStyleSheet(firmcastStyleSheet());
     auto* root = new QHBoxLayout(window);
     root->setContentsMargins(0, 0, 0, 0);
     root->setSpacing(0);
-    root->addWidget(buildStepColumn(window));
+    root->addWidget(buildStepColumn(widgets, window));
 
     auto* main = new QVBoxLayout;
     main->setContentsMargins(22, 16, 22, 14);
     main->setSpacing(12);
     main->addWidget(buildStepHeading(window));
     auto* page = new QHBoxLayout;
+    page->setContentsMargins(0, 0, 0, 0);
     page->setSpacing(18);
     page->addWidget(buildChosenModel(widgets), 0, Qt::AlignTop);
     auto* steps = new QVBoxLayout;
@@ -58,15 +86,15 @@ void arrangeFirmcast(const Widgets& widgets, QWidget* window) {
     addLaterSteps(widgets, steps);
     steps->addStretch();
     page->addLayout(steps, 1);
-    main->addLayout(page, 1);
+    main->addWidget(scrolling(page), 1);
     main->addWidget(separator());
     main->addLayout(buildButtonRow(widgets));
     root->addLayout(main, 1);
 
     followSteps(widgets, window);
     setUpKeyboard(widgets, window);
-    window->setMinimumSize(960, 680);
-    window->resize(1040, 720);
+    window->setMinimumSize(800, 560);
+    fitToScreen(window);
 }
 
 }  // namespace

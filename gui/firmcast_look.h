@@ -32,7 +32,8 @@ QLayout* buildButtonRow(const Widgets& widgets);
 
 // The column that names the five steps and the heading over the page, both
 // following which step's frames are on screen.
-QWidget* buildStepColumn(QWidget* window);
+// The column shows the operating level too.
+QWidget* buildStepColumn(const Widgets& widgets, QWidget* window);
 QWidget* buildStepHeading(QWidget* window);
 void followSteps(const Widgets& widgets, QWidget* window);
 

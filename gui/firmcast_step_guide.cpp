@@ -92,7 +92,7 @@ class StepFollower : public QObject {
 
 }  // namespace
 
-QWidget* buildStepColumn(QWidget* window) {
+QWidget* buildStepColumn(const Widgets& widgets, QWidget* window) {
     auto* column = new QFrame(window);
     column->setObjectName("stepColumn");
     column->setFixedWidth(196);
@@ -110,6 +110,10 @@ QWidget* buildStepColumn(QWidget* window) {
         list->addWidget(label);
     }
     list->addStretch();
+    QWidget* level = widgetNamed(widgets, "lblNivel");
+    static_cast<QLabel*>(level)->setWordWrap(true);
+    list->addWidget(level);
+    list->addSpacing(6);
     auto* maker = new QLabel("Firmcast 1.22");
     maker->setObjectName("productVersion");
     list->addWidget(maker);

@@ -13,6 +13,12 @@ QString firmcastStyleSheet() {
 }
 #productName { color: white; font-size: 19px; font-weight: bold; }
 #productVersion { color: #9db8d6; font-size: 11px; }
+#lblNivel {
+    color: white; font-size: 12px; padding: 4px 8px; border: 1px solid #7aa7d6;
+    border-radius: 3px;
+}
+#stepScroll, #stepPage { background: transparent; }
+#lblPuertos, #lblComprobacion { color: #506070; }
 QLabel[state] {
     font-size: 14px; padding: 6px 8px; border-left: 4px solid transparent; border-radius: 3px;
 }

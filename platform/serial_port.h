@@ -53,6 +53,9 @@ class SerialPortOpener {
   public:
     virtual ~SerialPortOpener() = default;
     virtual std::unique_ptr<SerialPort> open(int commPort) = 0;
+    // The device behind COM n, for the operator's eye; empty where the ports
+    // are not the machine's own.
+    virtual std::string deviceOf(int /*commPort*/) const { return {}; }
 };
 
 }  // namespace fc

@@ -10,6 +10,7 @@
 # Usage: scripts/firmcast_screenshots.sh [SCENE...]   (default: all)
 #   BUILD_DIR  the build folder (default: build)
 #   OUT_DIR    where the pictures go (default: docs/screenshots)
+#   SIZE       the virtual screen, such as 1024x600 (default: 1280x1024)
 # Exit status as scripts/screenshot.sh: 77 when Xvfb or ImageMagick is missing.
 set -euo pipefail
 
@@ -17,6 +18,7 @@ top=$(cd "$(dirname "$0")/.." && pwd)
 build=${BUILD_DIR:-$top/build}
 case $build in /*) ;; *) build=$top/$build ;; esac
 out=${OUT_DIR:-$top/docs/screenshots}
+size=${SIZE:-1280x1024}
 program=$build/bin/firmcast_screens
 
 # Each scene and how long it is left to come on screen; the load is given
@@ -31,5 +33,6 @@ scenes=("$@")
 for scene in "${scenes[@]}"; do
     [[ -n ${settle[$scene]:-} ]] || { echo "firmcast_screenshots: no scene $scene" >&2; exit 2; }
     "$top/scripts/screenshot.sh" --out "$out/firmcast-$scene.png" --settle "${settle[$scene]}" \
+        --size "$size" \
         "$program" "$scene"
 done

@@ -22,6 +22,7 @@ class TermiosPortOpener : public SerialPortOpener {
 
     // The device file behind COM n.
     static std::string deviceName(int commPort);
+    std::string deviceOf(int commPort) const override { return deviceName(commPort); }
 };
 
 class TermiosPort : public SerialPort {

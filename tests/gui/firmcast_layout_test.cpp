@@ -10,6 +10,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QTest>
 #include <cstdlib>
 #include <filesystem>
@@ -179,6 +180,92 @@ TEST_F(FirmcastWindowTest, EnterOnTheFolderListOpensTheFolder) {
     QTest::keyClick(folders, Qt::Key_Return);
     EXPECT_EQ(form.Dir1.path(), "C:\\fw");
     EXPECT_EQ(widget<QListWidget>("File1")->count(), 1);
+}
+
+// Each step's frames as the driver shows them, for a small screen's test.
+void showStep(Firmcast& f, int step) {
+    for (Control* c : std::initializer_list<Control*>{&f.Seleccion, &f.frPuerto, &f.frDirectorio,
+                                                      &f.frComParameters, &f.frBalanzasEth,
+                                                      &f.frInfoComunicacion})
+        c->setVisible(false);
+    switch (step) {
+        case 0:
+            f.Seleccion.setVisible(true);
+            break;
+        case 1:
+            f.frPuerto.setVisible(true);
+            break;
+        case 2:
+            f.frDirectorio.setVisible(true);
+            f.frComParameters.setVisible(true);
+            break;
+        case 3:
+            f.frDirectorio.setVisible(true);
+            f.frBalanzasEth.setVisible(true);
+            break;
+        default:
+            f.frInfoComunicacion.setVisible(true);
+            f.cmdAgain.setVisible(true);
+            f.optProduccion.setVisible(true);
+            break;
+    }
+}
+
+TEST_F(FirmcastWindowTest, OnA1024By600ScreenEveryButtonOfEveryStepCanBeReached) {
+    window.resize(1024 - 40, 600 - 40);  // the panel less the window's frame
+    ASSERT_LE(window.height(), 560) << "the window keeps to the screen's room";
+    const QRect inside = window.rect();
+    auto* scroll = window.findChild<QScrollArea*>("stepScroll");
+    ASSERT_NE(scroll, nullptr);
+    for (int step = 0; step <= 4; ++step) {
+        showStep(form, step);
+        QApplication::processEvents();
+        // The row of buttons is always in view.
+        for (const char* name : {"cmdAtras", "cmdAdelante", "FIN", "cmdAgain", "optProduccion"}) {
+            QWidget* w = widget<QWidget>(name);
+            if (!w->isVisible())
+                continue;
+            QRect at(w->mapTo(&window, QPoint(0, 0)), w->size());
+            EXPECT_TRUE(inside.contains(at)) << name << " on step " << step;
+        }
+        // Every other button of the step comes into view when the page
+        // scrolls to it, as it does when the keyboard reaches it.
+        for (QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
+            if (!button->isVisible() || !scroll->widget()->isAncestorOf(button))
+                continue;
+            scroll->ensureWidgetVisible(button, 0, 0);
+            QRect at(button->mapTo(scroll->viewport(), QPoint(0, 0)), button->size());
+            EXPECT_TRUE(scroll->viewport()->rect().contains(at))
+                << button->objectName().toStdString() << " on step " << step;
+        }
+    }
+}
+
+TEST_F(FirmcastWindowTest, AfterAPassTheFocusIsOnTheModelThatIsHighlighted) {
+    showStep(form, 4);
+    QApplication::processEvents();
+    // A new cycle, as "Again" starts it: the last model highlighted, the
+    // model step shown, then the load's frame hidden.
+    form.EligeModelo("1");
+    form.Seleccion.setVisible(true);
+    form.frInfoComunicacion.setVisible(false);
+    form.cmdAgain.setVisible(false);
+    QApplication::processEvents();
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), "Picture3");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(form.es_serie_n, kTrue);
+    EXPECT_EQ(form.es_serie_w, kFalse);
+}
+
+TEST_F(FirmcastWindowTest, TheSideBarShowsTheOperatingLevel) {
+    form.nivel = 1;
+    form.lblNivel.setCaption("Level 1: production");
+    EXPECT_TRUE(widget<QLabel>("lblNivel")->isVisible());
+    EXPECT_EQ(text("lblNivel"), "Level 1: production");
+    QWidget* column = window.findChild<QWidget*>("stepColumn");
+    ASSERT_NE(column, nullptr);
+    EXPECT_TRUE(column->isAncestorOf(widget<QWidget>("lblNivel")));
 }
 
 TEST_F(FirmcastWindowTest, TabGoesThroughTheModelStepInReadingOrder) {
