@@ -1,5 +1,7 @@
 #include "platform/linux/icmp_packet.h"
 
+#include <algorithm>
+
 namespace fc {
 
 namespace {
@@ -42,11 +44,12 @@ std::uint16_t internetChecksum(const std::uint8_t* bytes, std::size_t length) {
 }
 
 std::vector<std::uint8_t> echoRequest(std::uint16_t identifier, std::uint16_t sequence) {
-    std::vector<std::uint8_t> bytes(kHeaderLength);
+    // The header and the data in one allocation, the data copied in place.
+    std::vector<std::uint8_t> bytes(kHeaderLength + sizeof kEchoData - 1);
     bytes[0] = kEchoRequest;
     putWord(bytes, 4, identifier);
     putWord(bytes, 6, sequence);
-    bytes.insert(bytes.end(), kEchoData, kEchoData + sizeof kEchoData - 1);
+    std::copy(kEchoData, kEchoData + sizeof kEchoData - 1, bytes.begin() + kHeaderLength);
     putWord(bytes, 2, internetChecksum(bytes.data(), bytes.size()));
     return bytes;
 }
