@@ -37,7 +37,7 @@ bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error)
 std::string simUsage();
 
 // Writes the frames the device received after the first `alreadyLogged`, one
-// a line, each after the moment its last character arrived (milliseconds with
+// a line, each with the moment its last character arrived (milliseconds with
 // three decimals on the device's clock); returns how many are logged now.
 size_t logNewFrames(const SerialDevice& device, size_t alreadyLogged, std::ostream& out);
 
