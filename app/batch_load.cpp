@@ -8,6 +8,7 @@
 #include "app/batch_exit.h"
 #include "app/batch_progress.h"
 #include "app/batch_world.h"
+#include "app/port_notices.h"
 #include "operator/model_choice.h"
 #include "operator/operator_script.h"
 #include "operator/scale_list_entry.h"
@@ -125,6 +126,7 @@ int runLoad(const Options& options, std::ostream& out, std::ostream& progress) {
 
     BatchWorld world(out);
     Firmcast form(world.services());
+    PortNotices portNotices(world.serialPorts, form);
     ProgressReport report(form.Barra, progress, isatty(STDERR_FILENO) != 0);
     LoadScript script(options, world, form, out);
     script.plan();

@@ -3,6 +3,7 @@
 #include <QApplication>
 
 #include "app/mac_station.h"
+#include "app/port_notices.h"
 #include "control/firmcast_form.h"
 #include "gui/firmcast_layout.h"
 #include "platform/file_table.h"
@@ -28,6 +29,7 @@ int main(int argc, char** argv) {
     fc::LinuxProcessLauncher launcher(machine.drives);
     fc::Firmcast form(machine.services(pump, dialogs, serialPorts, files, fc::programFolder()));
     fc::MacStation macStation(form);
+    fc::PortNotices portNotices(serialPorts, form);
     form.hooks().startProgram = [&launcher](const std::string& commandLine) {
         return launcher.start(commandLine);
     };

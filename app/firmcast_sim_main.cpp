@@ -11,11 +11,11 @@
 #include <memory>
 #include <string>
 
-#include "sim/host/pty_device_host.h"
-#include "sim/host/tcp_device_host.h"
 #include "platform/linux/real_pump.h"
 #include "sim/banked_device.h"
 #include "sim/echo_device.h"
+#include "sim/host/pty_device_host.h"
+#include "sim/host/tcp_device_host.h"
 #include "sim/numbered_scale.h"
 #include "sim/sim_options.h"
 #include "sim/sink_scale.h"
@@ -27,11 +27,15 @@ void requestStop(int) {
     stopRequested = 1;
 }
 
+// The devices answer as soon as the line has brought a frame's last
+// character: a load timed against them shows the line's time alone, besides
+// their erase and bank recording.
 std::unique_ptr<fc::SerialDevice> makeDevice(const fc::SimOptions& o) {
     if (o.kind == "numbered") {
         fc::NumberedScale::Config config;
         config.settings.baud = o.baud;
         config.eraseTime = o.eraseMs * 1000;
+        config.lineTime = 0;
         config.wantsMac = o.wantsMac;
         config.answersEndCommand = !o.silentEndCommand;
         auto scale = std::make_unique<fc::NumberedScale>(config);
@@ -42,6 +46,8 @@ std::unique_ptr<fc::SerialDevice> makeDevice(const fc::SimOptions& o) {
         fc::BankedDevice::Config config;
         config.settings.baud = o.baud;
         config.eraseTime = o.eraseMs * 1000;
+        config.bankTime = o.bankMs * 1000;
+        config.lineTime = 0;
         auto device = std::make_unique<fc::BankedDevice>(config);
         device->faults = o.faults;
         return device;

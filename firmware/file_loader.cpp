@@ -66,7 +66,7 @@ bool leeHastaElFin(ReaderPanel& panel, Integer num_fichero, const std::function<
             panel.files.close(num_fichero);
             return false;
         }
-        panel.linea_fichero = panel.files.lineInput(num_fichero);
+        panel.files.lineInput(num_fichero, panel.linea_fichero);
         if (!aceptaLinea())
             return false;
         avanzaBarra(panel);

@@ -8,17 +8,6 @@ namespace fc {
 
 namespace {
 
-// The value of a hex digit in either case, or -1 for any other character.
-int hexDigit(char c) {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    return -1;
-}
-
 // The digit value DameCheckSum takes from one character. The match is exact:
 // lower case and any other character keep the value of the character before.
 std::uint32_t exactDigit(char c, std::uint32_t previous) {
@@ -41,19 +30,13 @@ Byte subtractWhileAbove(Integer& valor, Integer step) {
 
 }  // namespace
 
-std::string_view fieldAt(std::string_view text, std::size_t position, std::size_t count) {
-    if (position == 0 || position > text.size())
-        return {};
-    return text.substr(position - 1, count);
-}
-
-Long ValHex(std::string_view text) {
+Long hex_detail::valHexLong(std::string_view text) {
     std::uint64_t value = 0;
     for (char c : text) {
-        const int digit = hexDigit(c);
-        if (digit < 0)
+        const int d = digit(c);
+        if (d < 0)
             break;
-        value = value * 16 + static_cast<std::uint64_t>(digit);
+        value = value * 16 + static_cast<std::uint64_t>(d);
         if (value > 0xFFFFFFFFu)
             throw RuntimeError(err::kOverflow);
     }
@@ -74,14 +57,17 @@ std::size_t halfRoundedToEven(std::size_t count) {
 }
 
 std::string DameHex(const std::string& texto, Dialogs& dialogs) {
+    std::string caracteres;
+    appendDameHex(caracteres, texto, dialogs);
+    return caracteres;
+}
+
+void appendDameHex(std::string& out, std::string_view texto, Dialogs& dialogs) {
     if (texto.size() % 2 != 0)
         dialogs.msgBox("Datos mal pasados a DameHex", mb::kOkOnly);
-    std::string caracteres;
     const std::size_t pares = halfRoundedToEven(texto.size());
-    for (std::size_t i = 1; i <= pares; ++i) {
-        caracteres += static_cast<char>(static_cast<Byte>(ValHexAt(texto, 2 * i - 1, 2)));
-    }
-    return caracteres;
+    for (std::size_t i = 1; i <= pares; ++i)
+        out += static_cast<char>(static_cast<Byte>(ValHexAt(texto, 2 * i - 1, 2)));
 }
 
 std::string DameCheckSum(const std::string& texto, Dialogs& dialogs) {

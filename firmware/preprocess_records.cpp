@@ -25,8 +25,8 @@ PreprocessRecords::PreprocessRecords(PreprocessPanel& panel, Integer num_fichero
     : panel_(panel), num_fichero_(num_fichero), bloque_(std::move(bloque)) {}
 
 void PreprocessRecords::leeLinea() {
-    panel_.linea_fichero = panel_.files.lineInput(num_fichero_);
-    tipo_registro_ = Mid(panel_.linea_fichero, kPosTipo, 2);
+    panel_.files.lineInput(num_fichero_, panel_.linea_fichero);
+    tipo_registro_ = fieldAt(panel_.linea_fichero, static_cast<std::size_t>(kPosTipo), 2);
 }
 
 // LL * 2 digits of data from the line, as far as the line goes.
@@ -63,7 +63,8 @@ void PreprocessRecords::restoDelFichero() {
 // record it is dispatched here in turn, without a test for the file's end.
 void PreprocessRecords::despacha() {
     for (;;) {
-        panel_.longitud_datos = CHex2Lng(Mid(panel_.linea_fichero, kPosLongitud, 2)) * 2;
+        panel_.longitud_datos =
+            ValHexAt(panel_.linea_fichero, static_cast<std::size_t>(kPosLongitud), 2) * 2;
         if (tipo_registro_ == "02") {
             if (abreBanco())
                 return;
@@ -121,7 +122,10 @@ void PreprocessRecords::registroDeDatos() {
         Long{kLongitudMensaje}) {
         partePorElLimite(ultimo);
     } else {
-        ultimo.datos += DameHex(datosDeLaLinea(), panel_.dialogs);
+        appendDameHex(ultimo.datos,
+                      fieldAt(panel_.linea_fichero, static_cast<std::size_t>(kPosDatos),
+                              static_cast<std::size_t>(panel_.longitud_datos)),
+                      panel_.dialogs);
     }
 }
 

@@ -53,26 +53,34 @@ FileTable::Entry& FileTable::entry(int number) {
 }
 
 std::string FileTable::lineInput(int number) {
+    std::string line;
+    lineInput(number, line);
+    return line;
+}
+
+// The characters are taken from the stream's buffer directly: a formatted
+// read of each one would build and check a sentry per character.
+void FileTable::lineInput(int number, std::string& line) {
     Entry& e = entry(number);
     if (e.mode != Mode::Input)
         throw RuntimeError(err::kBadFileMode);
     std::istream& in = e.stream;
     if (in.peek() == std::char_traits<char>::eof())
         throw RuntimeError(err::kInputPastEndOfFile);
-    std::string line;
+    using Traits = std::char_traits<char>;
+    std::streambuf& buffer = *in.rdbuf();
+    line.clear();
     for (;;) {
-        int c = in.get();
-        if (c == std::char_traits<char>::eof() || c == '\n')
+        Traits::int_type c = buffer.sbumpc();
+        if (Traits::eq_int_type(c, Traits::eof()) || c == '\n')
             break;
         if (c == '\r') {
-            if (in.peek() == '\n')
-                in.get();
+            if (buffer.sgetc() == '\n')
+                buffer.sbumpc();
             break;
         }
-        line.push_back(static_cast<char>(c));
+        line.push_back(Traits::to_char_type(c));
     }
-    in.clear(in.rdstate() & ~std::ios::failbit);
-    return line;
 }
 
 void FileTable::print(int number, const std::string& text) {

@@ -19,6 +19,8 @@ class FileTable {
     void open(int number, const std::string& path, Mode mode);
     // Reads one line, without its end: CR LF, LF or a lone CR end a line.
     std::string lineInput(int number);
+    // The same into `line`, whose storage is kept from line to line.
+    void lineInput(int number, std::string& line);
     // Writes text and CR LF.
     void print(int number, const std::string& text);
     bool eof(int number);

@@ -77,6 +77,14 @@ bool tcpOption(const std::string& option, const char* v, SimOptions& out) {
     return false;
 }
 
+// Microseconds as milliseconds with three decimals.
+std::string milliseconds(Micros at) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%lld.%03lld", static_cast<long long>(at / 1000),
+                  static_cast<long long>(at % 1000));
+    return text;
+}
+
 }  // namespace
 
 std::string simUsage() {
@@ -86,6 +94,8 @@ std::string simUsage() {
            "                       TR-6100, Matrix 4000) or echo; default numbered\n"
            "  --baud N             the device's speed (default 57600)\n"
            "  --erase-ms N         how long the flash erase takes (default 2000)\n"
+           "  --bank-ms N          how long a banked device takes to record a bank\n"
+           "                       (default 200)\n"
            "  --wants-mac          answer the end command asking for a MAC address\n"
            "  --silent-end         say nothing to the end command\n"
            "  --silent-at F        no answer to frame F\n"
@@ -141,6 +151,8 @@ bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error)
             out.baud = static_cast<int>(a);
         } else if (option == "--erase-ms" && number(v, a)) {
             out.eraseMs = a;
+        } else if (option == "--bank-ms" && number(v, a) && a >= 0) {
+            out.bankMs = a;
         } else if (option == "--silent-at" && number(v, a)) {
             out.faults.silentAt[static_cast<long>(a)] = true;
         } else if (option == "--wrong-byte-at" && pair(v, a, b)) {
@@ -171,8 +183,8 @@ size_t logNewFrames(const SerialDevice& device, size_t alreadyLogged, std::ostre
     if (auto* scale = dynamic_cast<const NumberedScale*>(&device)) {
         const auto& frames = scale->frames();
         for (size_t i = alreadyLogged; i < frames.size(); ++i) {
-            out << frames[i].at / 1000 << " ms H" << frames[i].number << " " << frames[i].record
-                << "\n";
+            out << milliseconds(frames[i].at) << " ms H" << frames[i].number << " "
+                << frames[i].record << "\n";
         }
         out.flush();
         return frames.size();
@@ -180,7 +192,7 @@ size_t logNewFrames(const SerialDevice& device, size_t alreadyLogged, std::ostre
     if (auto* banked = dynamic_cast<const BankedDevice*>(&device)) {
         const auto& frames = banked->frames();
         for (size_t i = alreadyLogged; i < frames.size(); ++i) {
-            out << frames[i].at / 1000 << " ms #" << frames[i].index << " "
+            out << milliseconds(frames[i].at) << " ms #" << frames[i].index << " "
                 << printable(frames[i].text) << "\n";
         }
         out.flush();

@@ -17,6 +17,7 @@ struct SimOptions {
     std::string kind = "numbered";  // numbered, banked or echo
     int baud = 57600;
     long long eraseMs = 2000;
+    long long bankMs = 200;  // a banked device recording a bank
     bool wantsMac = false;
     bool silentEndCommand = false;
     double slowFactor = 1.0;
@@ -36,7 +37,8 @@ bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error)
 std::string simUsage();
 
 // Writes the frames the device received after the first `alreadyLogged`, one
-// a line; returns how many are logged now.
+// a line, each with the moment its last character arrived (milliseconds with
+// three decimals on the device's clock); returns how many are logged now.
 size_t logNewFrames(const SerialDevice& device, size_t alreadyLogged, std::ostream& out);
 
 }  // namespace fc

@@ -21,7 +21,7 @@
 #include "platform/event_source.h"
 #include "platform/serial_port.h"
 #include "sim/device/device_link.h"
-#include "virtual/wire_direction.h"
+#include "sim/device/wire_direction.h"
 
 namespace fc {
 

@@ -40,6 +40,10 @@ std::vector<int> RealPump::waitForWake(Micros timeout) {
         if (source->wakeFd() >= 0)
             fds.push_back(pollfd{source->wakeFd(), POLLIN, 0});
     }
+    // Nothing to look at and no time to wait: the yield of a long piece of
+    // work, which would otherwise cost a system call a step.
+    if (fds.empty() && timeout <= 0)
+        return {};
     timespec ts{0, static_cast<long>(timeout) * 1000};
     std::vector<int> ready;
     if (ppoll(fds.data(), fds.size(), &ts, nullptr) > 0) {

@@ -116,11 +116,20 @@ std::string TermiosPortOpener::deviceName(int commPort) {
     return "/dev/ttyS" + std::to_string(commPort - 1);
 }
 
+TermiosPortOpener::TermiosPortOpener(std::string sysfsRoot) : sysfsRoot_(std::move(sysfsRoot)) {}
+
 std::unique_ptr<SerialPort> TermiosPortOpener::open(int commPort) {
-    return std::make_unique<TermiosPort>(deviceName(commPort));
+    auto port = std::make_unique<TermiosPort>(deviceName(commPort), sysfsRoot_);
+    const std::string& refused = port->lowLatencyRefused();
+    if (!refused.empty() && noted_.insert(port->device()).second && notice_) {
+        notice_("The port " + port->device() + " works without low latency: " + refused +
+                "; received bytes reach the program as the driver hands them on");
+    }
+    return port;
 }
 
-TermiosPort::TermiosPort(const std::string& device) : device_(device) {
+TermiosPort::TermiosPort(const std::string& device, const std::string& sysfsRoot)
+    : device_(device) {
     fd_ = openExclusive(device);
     pty_ = isPseudoTerminalDevice(fd_);
     // Raw at once, so that nothing arriving before the settings are applied
@@ -132,11 +141,13 @@ TermiosPort::TermiosPort(const std::string& device) : device_(device) {
         throw;
     }
     tcflush(fd_, TCIFLUSH);
+    lowLatency_.ask(fd_, device_, sysfsRoot);
 }
 
 TermiosPort::~TermiosPort() {
     // Bytes still queued here are dropped with the port; what the driver
     // already holds it sends on its own.
+    lowLatency_.restore(fd_);
     ioctl(fd_, TIOCNXCL);
     ::close(fd_);
 }

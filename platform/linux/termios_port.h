@@ -6,35 +6,62 @@
 // A pseudo-terminal keeps 8 bits without parity and has no modem lines; on one,
 // 7 data bits, parity and DTR are accepted and have no effect, so a simulated
 // device behind a pty sees every byte as sent.
+//
+// A port asks for low latency when it opens (the driver's flag, and a USB
+// adapter's latency timer at 1 ms: see low_latency.h) and gives back what was
+// there when it closes. Where that is refused the port works as before, and
+// the opener gives the program one note a device for its log.
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <set>
 #include <string>
 
+#include "platform/linux/low_latency.h"
 #include "platform/serial_port.h"
 
 namespace fc {
 
 class TermiosPortOpener : public SerialPortOpener {
   public:
+    // `sysfsRoot` is where sysfs is mounted; a test gives a folder of its own.
+    explicit TermiosPortOpener(std::string sysfsRoot = "/sys");
+
     // Throws RuntimeError 8002 (missing or not a serial device) or 8005 (in use).
     std::unique_ptr<SerialPort> open(int commPort) override;
+
+    // Takes the notes: a port that opened without all of its low latency
+    // (a pty, a driver without the flag, a timer that may not be written)
+    // gives one, the first time that device opens.
+    using Notice = std::function<void(const std::string& text)>;
+    void setNotice(Notice notice) { notice_ = std::move(notice); }
 
     // The device file behind COM n.
     static std::string deviceName(int commPort);
     std::string deviceOf(int commPort) const override { return deviceName(commPort); }
+
+  private:
+    std::string sysfsRoot_;
+    Notice notice_;
+    std::set<std::string> noted_;
 };
 
 class TermiosPort : public SerialPort {
   public:
-    // Opens `device` non-blocking, claims it exclusively and makes it raw.
-    explicit TermiosPort(const std::string& device);
+    // Opens `device` non-blocking, claims it exclusively, makes it raw and
+    // asks for low latency (sysfs at `sysfsRoot`).
+    explicit TermiosPort(const std::string& device, const std::string& sysfsRoot = "/sys");
     ~TermiosPort() override;
     TermiosPort(const TermiosPort&) = delete;
     TermiosPort& operator=(const TermiosPort&) = delete;
 
     const std::string& device() const { return device_; }
     bool isPseudoTerminal() const { return pty_; }
+    // What of low latency the device refused, in words; empty when nothing.
+    const std::string& lowLatencyRefused() const { return lowLatency_.refused(); }
+    // The adapter's latency timer file; empty when the device has none.
+    const std::string& latencyTimer() const { return lowLatency_.timerPath(); }
 
     // A setting the driver refuses or does not take is error 8015; on a pty,
     // the frame format (data bits, parity) is left as the pty keeps it.
@@ -64,6 +91,7 @@ class TermiosPort : public SerialPort {
     std::string device_;
     int fd_ = -1;
     bool pty_ = false;
+    LowLatency lowLatency_;
     std::string outQueue_;
     std::string received_;
 };

@@ -1,6 +1,7 @@
 #include "sim/host/pty_device_host.h"
 
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -54,6 +55,11 @@ PtyDeviceHost::PtyDeviceHost(Pump& pump, SerialDevice& device) : pump_(pump), de
         tcsetattr(master_, TCSANOW, &raw);
     }
     keepOpen_ = open(ttyPath_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    // The pump's waits end at the line's deadlines: a timer slack of the
+    // kernel's default (50 us) would make every one of them late.
+    int slack = prctl(PR_GET_TIMERSLACK, 0, 0, 0, 0);
+    if (slack >= 0 && prctl(PR_SET_TIMERSLACK, 1UL, 0, 0, 0) == 0)
+        oldTimerSlack_ = slack;
     if (device.link())
         device.link()->detachDevice();
     device.plugInto(this);
@@ -64,6 +70,8 @@ PtyDeviceHost::~PtyDeviceHost() {
     pump_.remove(*this);
     if (device_)
         device_->plugInto(nullptr);
+    if (oldTimerSlack_ >= 0)
+        prctl(PR_SET_TIMERSLACK, static_cast<unsigned long>(oldTimerSlack_), 0, 0, 0);
     if (keepOpen_ >= 0)
         close(keepOpen_);
     if (master_ >= 0)
@@ -74,13 +82,23 @@ void PtyDeviceHost::detachDevice() {
     if (device_)
         device_->plugInto(nullptr);
     device_ = nullptr;
+    actions_.clear();  // they are the device's, and it is going
 }
 
 Micros PtyDeviceHost::now() const {
-    return pump_.nowMicros();
+    return eventTime_ >= 0 ? eventTime_ : pump_.nowMicros();
 }
 
 void PtyDeviceHost::deviceSend(const std::string& bytes) {
+    if (hungUp_ || master_ < 0 || !device_)
+        return;
+    if (!lineTime_)
+        return writeToProgram(bytes);
+    toProgram_.push(bytes);
+    toProgram_.startIfIdle(now(), device_->settings(), slowFactor_);
+}
+
+void PtyDeviceHost::writeToProgram(const std::string& bytes) {
     if (hungUp_ || master_ < 0)
         return;
     size_t done = 0;
@@ -100,20 +118,50 @@ void PtyDeviceHost::deviceAfter(Micros delay, std::function<void()> action) {
 }
 
 Micros PtyDeviceHost::nextDue() const {
-    return actions_.empty() ? kNever : actions_.begin()->first;
+    Micros next = std::min(toDevice_.due(), toProgram_.due());
+    if (!actions_.empty())
+        next = std::min(next, actions_.begin()->first);
+    return next;
 }
 
+// Takes in what the program has written, then runs everything due by `now`
+// in time order: characters arriving at either end and the device's own
+// timed actions, each of which may start more. The device's clock reads each
+// event's own time.
 void PtyDeviceHost::runDue(Micros now) {
     readFromProgram();
-    runDueActions(now);
+    now = std::max(now, pump_.nowMicros());
+    struct ClearEventTime {
+        Micros& time;
+        ~ClearEventTime() { time = -1; }
+    } clear{eventTime_};
+    for (;;) {
+        Micros toDevice = toDevice_.due();
+        Micros toProgram = toProgram_.due();
+        Micros next = nextDue();
+        if (next > now)
+            break;
+        eventTime_ = next;
+        if (toDevice == next) {
+            Byte byte = toDevice_.finish(device_ ? device_->settings() : LineSettings{}, 1.0).value;
+            if (device_ && !hungUp_)
+                device_->onReceive(byte);
+        } else if (toProgram == next) {
+            Byte byte =
+                toProgram_.finish(device_ ? device_->settings() : LineSettings{}, slowFactor_)
+                    .value;
+            writeToProgram(std::string(1, static_cast<char>(byte)));
+        } else {
+            runFirstAction();
+        }
+    }
 }
 
-void PtyDeviceHost::runDueActions(Micros now) {
-    while (!actions_.empty() && actions_.begin()->first <= now) {
-        std::function<void()> action = std::move(actions_.begin()->second);
-        actions_.erase(actions_.begin());
-        action();
-    }
+void PtyDeviceHost::runFirstAction() {
+    auto first = actions_.begin();
+    std::function<void()> action = std::move(first->second);
+    actions_.erase(first);
+    action();
 }
 
 // The program's tty speed against the device's: what is sent at another
@@ -144,18 +192,15 @@ void PtyDeviceHost::readFromProgram() {
     }
 }
 
+// A character the program has just written. With the line's time it starts
+// on the line now when the line is free, else straight after the one before.
 void PtyDeviceHost::hear(Byte byte) {
     if (!lineTime_) {
         device_->onReceive(byte);
         return;
     }
-    const LineSettings& line = device_->settings();
-    Micros character = static_cast<Micros>(1e6 * line.bitsPerCharacter() / line.baud);
-    heardUntil_ = std::max(heardUntil_, now()) + character;
-    actions_.emplace(heardUntil_, [this, byte] {
-        if (device_ && !hungUp_)
-            device_->onReceive(byte);
-    });
+    toDevice_.push(std::string(1, static_cast<char>(byte)));
+    toDevice_.startIfIdle(pump_.nowMicros(), device_->settings(), 1.0);
 }
 
 }  // namespace fc

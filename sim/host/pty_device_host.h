@@ -10,10 +10,21 @@
 // sees bit 8. A slow factor stretches the device's answers, as a slow line
 // would.
 //
-// A pty also moves bytes at once. With the line's time on, the device hears
-// each character only when its last bit would have arrived at the device's
-// speed, as on a cable: a program that sends and then throws its input away
-// cannot lose an answer that, on a real line, could not have come yet.
+// A pty also moves bytes at once. With the line's time on, the host keeps the
+// line's time in both directions, as on a cable: the device hears each
+// character when its last bit would have arrived at the device's speed,
+// counted from the arrival of the first character of a run, and each
+// character the device sends reaches the program one character time after the
+// one before it. A program that sends and then throws its input away cannot
+// lose an answer that, on a real line, could not have come yet; and a program
+// timed against the device sees the line's own speed.
+//
+// The device lives on the line's time: while it hears a character or runs a
+// timed action, its clock reads the moment that event was due, not the
+// moment the host got round to it, so a late wake-up of the host never delays
+// what the device does next. The host blocks in the pump until the next
+// deadline and asks the kernel for timers to the microsecond, so the events
+// themselves come within a few tens of microseconds of their time.
 #pragma once
 
 #include <map>
@@ -23,6 +34,7 @@
 #include "platform/serial_port.h"
 #include "platform/vb_types.h"
 #include "sim/device/device_link.h"
+#include "sim/device/wire_direction.h"
 
 namespace fc {
 
@@ -53,7 +65,8 @@ class PtyDeviceHost : public EventSource, public DeviceLink {
     Micros now() const override;
     void detachDevice() override;
 
-    // EventSource: input from the program wakes the pump; timed actions are due.
+    // EventSource: input from the program wakes the pump; characters arriving
+    // at either end and the device's timed actions are due.
     Micros nextDue() const override;
     void runDue(Micros now) override;
     int wakeFd() const override { return master_; }
@@ -63,7 +76,8 @@ class PtyDeviceHost : public EventSource, public DeviceLink {
     bool programSettingsMatch() const;
     void readFromProgram();
     void hear(Byte byte);
-    void runDueActions(Micros now);
+    void writeToProgram(const std::string& bytes);
+    void runFirstAction();
 
     Pump& pump_;
     SerialDevice* device_;
@@ -73,9 +87,14 @@ class PtyDeviceHost : public EventSource, public DeviceLink {
     double slowFactor_ = 1.0;
     bool hungUp_ = false;
     bool lineTime_ = false;
-    // When the last character sent by the program has been heard whole.
-    Micros heardUntil_ = 0;
+    // The line's two directions, with the line's time on.
+    WireDirection toDevice_;
+    WireDirection toProgram_;
     std::multimap<Micros, std::function<void()>> actions_;
+    // The time of the event the device is being given, or -1 between events.
+    Micros eventTime_ = -1;
+    // The thread's timer slack before the host asked for the finest.
+    long oldTimerSlack_ = -1;
 };
 
 }  // namespace fc

@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -46,9 +47,11 @@ struct BatchRun {
     std::string output;
 };
 
-BatchRun runBatch(const std::string& tty, const std::string& arguments) {
-    std::string command =
-        "FIRMCAST_COM1=" + tty + " " + kBin + "/firmcast-batch " + arguments + " 2>&1";
+// Runs firmcast-batch with COM1 on `tty`; `environment` adds "NAME=value" words.
+BatchRun runBatch(const std::string& tty, const std::string& arguments,
+                  const std::string& environment = "") {
+    std::string command = environment + " FIRMCAST_COM1=" + tty + " " + kBin + "/firmcast-batch " +
+                          arguments + " 2>&1";
     BatchRun run;
     FILE* pipe = popen(command.c_str(), "r");
     char buffer[512];
@@ -94,6 +97,27 @@ TEST(BatchLoadPasses, ProductionWayLoadsTheSameFileTwice) {
     BatchRun run = runBatch(sim.tty(), "--model 1 --com 1 --passes 2 --file " + file);
     EXPECT_EQ(run.status, 0) << run.output;
     EXPECT_EQ(run.output, "msgbox: The scale is ready\nmsgbox: The scale is ready\n");
+}
+
+// A pty takes no low latency: the load goes as before, and the error log
+// of the program's folder says so once, however many passes open the port.
+TEST(BatchLoadPasses, APortWithoutLowLatencyIsWrittenOnceToTheErrorLog) {
+    TempFolder folder, home;
+    std::string file = folder.write("fw.hex", intelHexFile(10));
+    SimProcess sim(simArguments("numbered", "50"));
+    BatchRun run = runBatch(sim.tty(), "--model 1 --com 1 --passes 2 --file " + file,
+                            "FIRMCAST_HOME=" + home.path().string());
+    EXPECT_EQ(run.status, 0) << run.output;
+    EXPECT_EQ(run.output, "msgbox: The scale is ready\nmsgbox: The scale is ready\n");
+    std::ifstream in(home.path() / "Balanza_Logs" / "Errores.log");
+    std::string log((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    std::vector<std::string> lines;
+    std::istringstream split(log);
+    for (std::string line; std::getline(split, line);) lines.push_back(line);
+    ASSERT_EQ(lines.size(), 3u) << log;
+    EXPECT_THAT(lines[0], ::testing::EndsWith("  PortOpen\r"));
+    EXPECT_THAT(lines[1],
+                ::testing::HasSubstr("The port " + sim.tty() + " works without low latency"));
 }
 
 struct BadFile {

@@ -1,17 +1,19 @@
 // A device on a real pty hears the program at the line's speed when the host
-// keeps the line's time.
+// keeps the line's time, its answers reach the program at the line's speed,
+// and its own clock reads the line's time.
 #include <fcntl.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
-#include "sim/host/pty_device_host.h"
 #include "platform/linux/real_pump.h"
 #include "sim/device/serial_device.h"
+#include "sim/host/pty_device_host.h"
 #include "support/pump_until.h"
 
 namespace fc {
@@ -76,6 +78,107 @@ TEST(PtyLineTime, EachCharacterIsHeardOnlyWhenItsLastBitHasArrived) {
         EXPECT_GE(heard.at[i] - heard.written, static_cast<Micros>(i + 1) * character)
             << "character " << i;
     }
+}
+
+// Microseconds of `n` characters of 10 bits at 9600 baud.
+double characters(double n) {
+    return n * 1e6 * 10 / 9600;
+}
+
+// Notes, on its own clock, when it hears each character; answers each one
+// with `answer`, and runs an action of its own `actionDelay` after hearing.
+class TimedDevice : public SerialDevice {
+  public:
+    explicit TimedDevice(std::string answer = "", Micros actionDelay = -1)
+        : SerialDevice(LineSettings{9600, 'N', 8, 1}),
+          answer_(std::move(answer)),
+          actionDelay_(actionDelay) {}
+    void onReceive(Byte) override {
+        Micros at = now();
+        heardAt.push_back(at);
+        if (!answer_.empty())
+            send(answer_);
+        if (actionDelay_ >= 0)
+            after(actionDelay_, [this] { actedAt.push_back(now()); });
+    }
+    std::vector<Micros> heardAt;
+    std::vector<Micros> actedAt;
+
+  private:
+    std::string answer_;
+    Micros actionDelay_;
+};
+
+TEST(PtyLineTime, TheDevicesClockReadsTheMomentEachCharacterArrived) {
+    RealPump pump;
+    TimedDevice device;
+    PtyDeviceHost host(pump, device);
+    host.setLineTime(true);
+    int fd = openAt9600(host.ttyPath());
+    ASSERT_GE(fd, 0);
+    Micros written = pump.nowMicros();
+    std::string bytes(20, 'x');
+    ASSERT_EQ(write(fd, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    ASSERT_TRUE(pumpUntil(
+        pump, [&] { return device.heardAt.size() == bytes.size(); }, kPatienceMs));
+    close(fd);
+    // Counted from the run's first character, however late the host woke:
+    // the device hears them back to back, one character time apart.
+    EXPECT_GE(device.heardAt[0] - written, static_cast<Micros>(characters(1)));
+    for (size_t i = 1; i < device.heardAt.size(); ++i) {
+        EXPECT_NEAR(static_cast<double>(device.heardAt[i] - device.heardAt[0]),
+                    characters(static_cast<double>(i)), 1.0)
+            << "character " << i;
+    }
+}
+
+TEST(PtyLineTime, TheDevicesAnswerReachesTheProgramAtTheLinesSpeed) {
+    RealPump pump;
+    TimedDevice device("ABCD");
+    PtyDeviceHost host(pump, device);
+    host.setLineTime(true);
+    int fd = openAt9600(host.ttyPath());
+    ASSERT_GE(fd, 0);
+    fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) | O_NONBLOCK);
+    Micros written = pump.nowMicros();
+    ASSERT_EQ(write(fd, "?", 1), 1);
+    std::string got;
+    std::vector<Micros> seenAt;
+    ASSERT_TRUE(pumpUntil(
+        pump,
+        [&] {
+            char c;
+            while (read(fd, &c, 1) == 1) {
+                got += c;
+                seenAt.push_back(pump.nowMicros());
+            }
+            return got.size() == 4;
+        },
+        kPatienceMs));
+    close(fd);
+    EXPECT_EQ(got, "ABCD");
+    // The question takes one character time to be heard, and answer
+    // character i reaches the program i + 1 character times after that.
+    for (size_t i = 0; i < seenAt.size(); ++i) {
+        EXPECT_GE(seenAt[i] - written, static_cast<Micros>(characters(static_cast<double>(i + 2))))
+            << "answer character " << i;
+    }
+}
+
+TEST(PtyLineTime, ADevicesTimedActionRunsOnTheLinesTime) {
+    RealPump pump;
+    TimedDevice device("", 5000);
+    PtyDeviceHost host(pump, device);
+    host.setLineTime(true);
+    int fd = openAt9600(host.ttyPath());
+    ASSERT_GE(fd, 0);
+    ASSERT_EQ(write(fd, "??", 2), 2);
+    ASSERT_TRUE(pumpUntil(
+        pump, [&] { return device.actedAt.size() == 2; }, kPatienceMs));
+    close(fd);
+    ASSERT_EQ(device.heardAt.size(), 2u);
+    EXPECT_EQ(device.actedAt[0], device.heardAt[0] + 5000);
+    EXPECT_EQ(device.actedAt[1], device.heardAt[1] + 5000);
 }
 
 }  // namespace

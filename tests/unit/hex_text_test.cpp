@@ -82,6 +82,23 @@ TEST_F(HexText, ValHexOfMoreThan32BitsOfValueOverflows) {
     }
 }
 
+// Eight characters and more than eight are read by the same rule: the width
+// of the text, its leading zeros and what follows the digits change nothing.
+TEST_F(HexText, ValHexIsTheSameAtEveryWidthAroundEightCharacters) {
+    for (const std::string digits : {"FFFF", "FFFFFFFF", "10000", "7fffffff", "1"}) {
+        const Long value = ValHex(digits);
+        for (std::size_t zeros = 0; zeros + digits.size() <= 12; ++zeros) {
+            const std::string padded = std::string(zeros, '0') + digits;
+            SCOPED_TRACE(padded);
+            EXPECT_EQ(ValHex(padded), value);
+            EXPECT_EQ(ValHex(padded + "z"), value);
+            EXPECT_EQ(ValHex(padded + "zzzzzzzz"), value);
+        }
+    }
+    EXPECT_THROW(ValHex("FFFFFFFF0"), RuntimeError);
+    EXPECT_THROW(ValHex("0FFFFFFFF0"), RuntimeError);
+}
+
 TEST_F(HexText, ValHexOfATwoDigitFieldIsAlways0To255) {
     for (int v = 0; v < 256; ++v) {
         EXPECT_EQ(ValHex(upperHexPair(v)), v);

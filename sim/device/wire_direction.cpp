@@ -1,4 +1,4 @@
-#include "virtual/wire_direction.h"
+#include "sim/device/wire_direction.h"
 
 #include <cmath>
 

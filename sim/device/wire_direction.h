@@ -1,6 +1,7 @@
 // One direction of a simulated serial wire: characters leave one after
 // another, back to back, each taking the time its frame takes at the sender's
-// speed at the moment it starts.
+// speed at the moment it starts. The virtual wire keeps both directions of its
+// line with it on the virtual clock, the pty host on the steady clock.
 #pragma once
 
 #include <deque>
