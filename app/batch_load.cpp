@@ -2,8 +2,12 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <optional>
 
 #include "app/batch_exit.h"
 #include "app/batch_progress.h"
@@ -113,12 +117,27 @@ class LoadScript {
     int failed_ = 0;
 };
 
+// Why `file` cannot be loaded, or nothing when it can be read.
+std::optional<std::string> unreadable(const std::filesystem::path& file) {
+    std::error_code ec;
+    std::filesystem::file_status status = std::filesystem::status(file, ec);
+    if (ec)
+        return ec.message();
+    if (!std::filesystem::is_regular_file(status))
+        return std::string(std::filesystem::is_directory(status) ? "a folder" : "not a file") +
+               ", not a firmware file";
+    std::ifstream in(file, std::ios::binary);
+    if (!in)
+        return std::string(std::strerror(errno));
+    return std::nullopt;
+}
+
 }  // namespace
 
 int runLoad(const Options& options, std::ostream& out, std::ostream& progress) {
     std::filesystem::path file = std::filesystem::absolute(options.file);
-    if (!std::filesystem::is_regular_file(file)) {
-        out << "firmcast-batch: no such file: " << options.file << std::endl;
+    if (std::optional<std::string> why = unreadable(file)) {
+        progress << "firmcast-batch: --file " << options.file << ": " << *why << std::endl;
         return kExitBadUsage;
     }
     setenv("FIRMCAST_DRIVE_B", file.parent_path().c_str(), 1);
