@@ -245,8 +245,10 @@ std::string usageText() {
            "                      FIRMCAST_COM<N>=... setting that makes it COM N\n"
            "\n"
            "Every message box is printed as a line \"msgbox: <text>\" when it is shown.\n"
-           "Exit status: 0 success, 1 a read (or a device) failed, 2 bad usage,\n"
-           "3 the program ended by its fatal trap.\n";
+           "Where the screen waits for an operator and the options have nothing more to\n"
+           "say to it, the run stops and says where on standard error.\n"
+           "Exit status: 0 success, 1 a read (or a device) failed or the run stopped,\n"
+           "2 bad usage, 3 the program ended by its fatal trap.\n";
 }
 
 }  // namespace fc::batch
