@@ -33,7 +33,7 @@ int run(const fc::batch::Options& options) {
             return fc::batch::listPorts(fc::serialDeviceRoot(), fc::kernelObjectRoot(), std::cout,
                                         std::cerr);
         case Mode::Inspect:
-            return fc::batch::inspectFile(options.file, std::cout);
+            return fc::batch::inspectFile(options.file, std::cout, std::cerr);
         case Mode::InspectSynthetic:
             return fc::batch::inspectSynthetic(std::cout);
         case Mode::Load:
