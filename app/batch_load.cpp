@@ -2,13 +2,19 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <memory>
+#include <optional>
 
 #include "app/batch_exit.h"
 #include "app/batch_progress.h"
 #include "app/batch_world.h"
 #include "app/port_notices.h"
+#include "common/error_log.h"
 #include "operator/model_choice.h"
 #include "operator/operator_script.h"
 #include "operator/scale_list_entry.h"
@@ -24,12 +30,25 @@ constexpr const char* kFileDrive = "b:";
 
 struct LoadEnded {};
 
+// The run stopped where the screen waits for an operator the options have
+// nothing more for; `where` says so in one line.
+struct LoadStopped {
+    std::string where;
+};
+
 class LoadScript {
   public:
-    LoadScript(const Options& options, BatchWorld& world, Firmcast& form, std::ostream& out)
-        : options_(options), world_(world), form_(form), out_(out), script_(world.pump) {}
+    LoadScript(const Options& options, BatchWorld& world, Firmcast& form, std::ostream& err,
+               SerialLoadFollower* follower)
+        : options_(options),
+          world_(world),
+          form_(form),
+          err_(err),
+          follower_(follower),
+          script_(world.pump) {}
 
-    // Lays out the whole operator's part, pass after pass.
+    // Lays out the whole operator's part, pass after pass, and ends the run
+    // where the screen waits for something the script will never do.
     void plan() {
         Firmcast* f = &form_;
         script_.when([f] { return f->Seleccion.reachable(); }, "choose the model",
@@ -43,6 +62,7 @@ class LoadScript {
                          "the scale list", [this] { stopBeforeEthernetLoad(); });
         }
         planPassEnd(1);
+        script_.endWhenStuck([this](const std::string&) { throw LoadStopped{whereItStopped()}; });
     }
 
     int passesFailed() const { return failed_; }
@@ -72,7 +92,7 @@ class LoadScript {
     void stopBeforeEthernetLoad() {
         if (!options_.scales.empty() || options_.save)
             introduceListaBalanzas(form_, options_.scales, options_.save);
-        out_ << "firmcast-batch: the Ethernet load is not available in this build; stopped at the "
+        err_ << "firmcast-batch: the Ethernet load is not available in this build; stopped at the "
                 "scale list"
              << std::endl;
         failed_ = options_.passes;
@@ -91,13 +111,19 @@ class LoadScript {
         const auto& boxes = world_.dialogs.boxes();
         for (std::size_t i = boxesSeen_; i < boxes.size(); ++i)
             ready = ready || boxes[i].text == "The scale is ready";
+        std::string lastBox = boxes.size() > boxesSeen_ ? boxes.back().text : std::string();
         boxesSeen_ = boxes.size();
+        pass_ = pass;
         if (!ready)
             ++failed_;
+        if (follower_ != nullptr)
+            follower_->passEnded(pass, ready, lastBox);
         if (pass >= options_.passes)
             throw LoadEnded{};
         if (form_.optProduccion.value() != 1)
             operatorClick(form_, "optProduccion");
+        if (follower_ != nullptr)
+            follower_->nextPass(pass + 1);
         operatorClick(form_, "cmdAgain");
         Firmcast* f = &form_;
         script_.when([f] { return f->paso_asistente == 3 && f->cmdAdelante.reachable(); },
@@ -105,39 +131,116 @@ class LoadScript {
         planPassEnd(pass + 1);
     }
 
+    // "stopped on step 1 (the connection): the last box was "Error at port COM1"".
+    std::string whereItStopped() const {
+        std::string where;
+        if (const Screen* modal = world_.dialogs.modalScreen()) {
+            where = "stopped on the screen \"" + modal->caption() + "\"";
+        } else if (form_.esperando_otra) {
+            where =
+                "stopped at the end of pass " + std::to_string(pass_ + 1) + " (the wait for Again)";
+        } else {
+            where =
+                "stopped on step " + std::to_string(form_.paso_asistente) + " (" + stepName() + ")";
+        }
+        const auto& boxes = world_.dialogs.boxes();
+        if (boxes.empty())
+            return where + ": no box was shown";
+        return where + ": the last box was \"" + boxes.back().text + "\"";
+    }
+
+    std::string stepName() const {
+        switch (form_.paso_asistente) {
+            case 0:
+                return "the model";
+            case 1:
+                return "the connection";
+            case 2:
+                return "the firmware file";
+            case 3:
+                return form_.frBalanzasEth.visible() ? "the scale list" : "the next device";
+            default:
+                return "the load";
+        }
+    }
+
     const Options& options_;
     BatchWorld& world_;
     Firmcast& form_;
-    std::ostream& out_;
+    std::ostream& err_;
+    SerialLoadFollower* follower_;
     OperatorScript script_;
     std::size_t boxesSeen_ = 0;
     int failed_ = 0;
+    int pass_ = 0;  // the last pass that ended
 };
+
+// The lines of a text file, the last one counted without its line end.
+long countLines(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    long lines = 0;
+    char last = '\n';
+    for (char c; in.get(c); last = c) lines += c == '\n' ? 1 : 0;
+    return lines + (last != '\n' ? 1 : 0);
+}
+
+// Why `file` cannot be loaded, or nothing when it can be read.
+std::optional<std::string> unreadable(const std::filesystem::path& file) {
+    std::error_code ec;
+    std::filesystem::file_status status = std::filesystem::status(file, ec);
+    if (ec)
+        return ec.message();
+    if (!std::filesystem::is_regular_file(status))
+        return std::string(std::filesystem::is_directory(status) ? "a folder" : "not a file") +
+               ", not a firmware file";
+    std::ifstream in(file, std::ios::binary);
+    if (!in)
+        return std::string(std::strerror(errno));
+    return std::nullopt;
+}
 
 }  // namespace
 
-int runLoad(const Options& options, std::ostream& out, std::ostream& progress) {
+int runLoad(const Options& options, std::ostream& out, std::ostream& err) {
     std::filesystem::path file = std::filesystem::absolute(options.file);
-    if (!std::filesystem::is_regular_file(file)) {
-        out << "firmcast-batch: no such file: " << options.file << std::endl;
+    if (std::optional<std::string> why = unreadable(file)) {
+        err << "firmcast-batch: --file " << options.file << ": " << *why << std::endl;
         return kExitBadUsage;
     }
     setenv("FIRMCAST_DRIVE_B", file.parent_path().c_str(), 1);
 
     BatchWorld world(out);
     Firmcast form(world.services());
-    PortNotices portNotices(world.serialPorts, form);
-    ProgressReport report(form.Barra, progress, isatty(STDERR_FILENO) != 0);
-    LoadScript script(options, world, form, out);
+    PortNotices portNotices(world.serialPorts.machinePorts(), form);
+    // A port that will not open is named with its device and the system's
+    // reason, on standard error and in the error log; the box itself says
+    // "Error at port COMn" as it always has.
+    world.serialPorts.onFailure = [&err, &form](int com, const std::string& device,
+                                                const std::string& reason) {
+        std::string text = "COM" + std::to_string(com) + " (" + device + "): " + reason;
+        err << "firmcast-batch: " << text << std::endl;
+        EscribirLog(form.common(), "lanza_linea", text, 0);
+    };
+    std::unique_ptr<ProgressReport> report =
+        makeProgressReport(options.progress, err, isatty(STDERR_FILENO) != 0);
+    std::unique_ptr<SerialLoadFollower> follower;
+    if (!options.ethernet) {
+        follower = std::make_unique<SerialLoadFollower>(
+            form, *report, "COM" + std::to_string(options.com), countLines(file));
+    }
+    LoadScript script(options, world, form, err, follower.get());
     script.plan();
     try {
         form.Form_Load(options.level);
     } catch (const LoadEnded&) {
         return script.passesFailed() == 0 ? kExitOk : kExitDeviceFailed;
+    } catch (const LoadStopped& stopped) {
+        err << "firmcast-batch: " << stopped.where << std::endl;
+        return kExitDeviceFailed;
     } catch (const ProgramEnd& end) {
         return end.exitStatus == 0 ? kExitDeviceFailed : end.exitStatus;
     } catch (const OperatorCannot& cannot) {
-        out << "firmcast-batch: " << cannot.what() << std::endl;
+        err << "firmcast-batch: " << cannot.what() << std::endl;
         return kExitDeviceFailed;
     }
     return kExitDeviceFailed;

@@ -8,9 +8,13 @@
 
 namespace fc::batch {
 
-// Runs the passes the options ask for, printing every message box as it is
-// shown. Returns the exit status: 0 when every pass said "The scale is
-// ready", 1 when one did not, 3 when the program ended by its fatal trap.
-int runLoad(const Options& options, std::ostream& out, std::ostream& progress);
+// Runs the passes the options ask for, printing every message box on `out`
+// as it is shown, and the progress, the causes of failures and where a run
+// stopped on `err`. Returns the exit status: 0 when every pass said "The
+// scale is ready"; 1 when one did not, or when the screen waited for an
+// operator the options had nothing more for (the run stops there and says
+// where); 2 for a firmware file that cannot be read; 3 when the program
+// ended by its fatal trap.
+int runLoad(const Options& options, std::ostream& out, std::ostream& err);
 
 }  // namespace fc::batch

@@ -1,12 +1,32 @@
 #include "app/batch_options.h"
 
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "control/catalogue.h"
+#include "serial/line_speeds.h"
+
+#ifndef FIRMCAST_VERSION
+#define FIRMCAST_VERSION "1.22"
+#endif
+
 namespace fc::batch {
 
 namespace {
 
+// The options that stand alone on the command line.
+bool standsAlone(const std::string& word) {
+    return word == "--help" || word == "-h" || word == "--version" || word == "--list-ports" ||
+           word == "--inspect" || word == "--inspect-synthetic";
+}
+
 Options single(Mode mode, const std::vector<std::string>& args, std::size_t expected) {
-    if (args.size() != expected)
-        throw UsageError{args[0] + (expected == 2 ? " takes one file" : " takes nothing else")};
+    if (args.size() != expected) {
+        if (expected == 2)
+            throw UsageError{args[0] + " takes one file and nothing else"};
+        throw UsageError{args[0] + " stands alone"};
+    }
     Options options;
     options.mode = mode;
     if (expected == 2)
@@ -24,7 +44,7 @@ int number(const std::string& option, const std::string& text, int low, int high
     }
     if (used != text.size() || value < low || value > high)
         throw UsageError{option + " takes a number from " + std::to_string(low) + " to " +
-                         std::to_string(high)};
+                         std::to_string(high) + " (not \"" + text + "\")"};
     return value;
 }
 
@@ -35,6 +55,40 @@ std::vector<std::string> splitCommas(const std::string& text) {
         parts.push_back(text.substr(start, comma - start));
     parts.push_back(text.substr(start));
     return parts;
+}
+
+std::string joined(const std::vector<std::string>& words, const std::string& between) {
+    std::string text;
+    for (const std::string& word : words) text += (text.empty() ? "" : between) + word;
+    return text;
+}
+
+std::string speed(const std::string& value) {
+    const std::vector<std::string> entries = speedListEntries();
+    if (std::find(entries.begin(), entries.end(), value) == entries.end())
+        throw UsageError{"--speed takes an entry of the speed list: " + joined(entries, ", ") +
+                         " (not \"" + value + "\")"};
+    return value;
+}
+
+Progress progress(const std::string& value) {
+    if (value == "auto")
+        return Progress::Auto;
+    if (value == "bar")
+        return Progress::Bar;
+    if (value == "plain")
+        return Progress::Plain;
+    if (value == "json")
+        return Progress::Json;
+    if (value == "none")
+        return Progress::None;
+    throw UsageError{"--progress takes auto, bar, plain, json or none (not \"" + value + "\")"};
+}
+
+// The models whose speed list the operator may change on the file step.
+bool speedListInUse(int model) {
+    ModelFlag flag = catalogueEntry(model).flag;
+    return flag == ModelFlag::SerieW || flag == ModelFlag::Tr8200;
 }
 
 void checkLoad(const Options& o) {
@@ -49,25 +103,65 @@ void checkLoad(const Options& o) {
         throw UsageError{"give either --com N or --ethernet"};
     if (o.ethernet && o.model != 0 && o.model != 6 && o.model != 8)
         throw UsageError{"only models 0, 6 and 8 are loaded over Ethernet"};
+    if (!o.speed.empty() && o.ethernet)
+        throw UsageError{
+            "--speed is the speed of a serial line: it goes with --com, not --ethernet"};
+    if (!o.speed.empty() && !speedListInUse(o.model))
+        throw UsageError{"--speed is for models 0, 6 and 8: model " + std::to_string(o.model) +
+                         " always starts at 57600 and its speed list cannot be changed"};
+}
+
+const std::set<std::string> kFlags = {"--ethernet", "--save"};
+const std::set<std::string> kValued = {"--level",  "--model",  "--com",    "--speed",   "--file",
+                                       "--passes", "--serial", "--scales", "--progress"};
+
+// A word that is one of the options, with or without "=value".
+bool isOption(const std::string& word) {
+    const std::string name = word.substr(0, word.find('='));
+    return kFlags.count(name) != 0 || kValued.count(name) != 0 || standsAlone(name);
 }
 
 Options parseLoadOptions(const std::vector<std::string>& args) {
     Options o;
     o.mode = Mode::Load;
+    std::map<std::string, std::string> given;  // option -> its value
     for (std::size_t i = 0; i < args.size(); ++i) {
-        const std::string& option = args[i];
-        if (option == "--ethernet") {
-            o.ethernet = true;
+        std::string option = args[i];
+        std::string value;
+        bool inlineValue = false;
+        // "--model=1" is "--model 1".
+        if (std::size_t equals = option.find('=');
+            option.rfind("--", 0) == 0 && equals != std::string::npos) {
+            value = option.substr(equals + 1);
+            option = option.substr(0, equals);
+            inlineValue = true;
+        }
+        if (standsAlone(option))
+            throw UsageError{option + " stands alone"};
+        if (kFlags.count(option) == 0 && kValued.count(option) == 0) {
+            if (option.rfind("-", 0) == 0)
+                throw UsageError{"unknown option " + option};
+            throw UsageError{"unexpected argument \"" + option +
+                             "\": every value follows its option"};
+        }
+        if (kFlags.count(option) != 0) {
+            if (given.count(option) != 0)
+                throw UsageError{option + " is given twice"};
+            given[option];
+            if (inlineValue)
+                throw UsageError{option + " takes no value"};
+            (option == "--ethernet" ? o.ethernet : o.save) = true;
             continue;
         }
-        if (option == "--save") {
-            o.save = true;
-            continue;
+        if (!inlineValue) {
+            if (i + 1 >= args.size() || isOption(args[i + 1]))
+                throw UsageError{option + " needs a value"};
+            value = args[++i];
         }
-        if (i + 1 >= args.size())
-            throw UsageError{option == "--help" ? "--help stands alone"
-                                                : "unknown option or missing value: " + option};
-        const std::string& value = args[++i];
+        if (option != "--serial" && given.count(option) != 0)
+            throw UsageError{option + " is given twice (" + given[option] + ", then " + value +
+                             ")"};
+        given[option] = value;
         if (option == "--level") {
             number(option, value, 0, 9);
             o.level = value;
@@ -76,7 +170,7 @@ Options parseLoadOptions(const std::vector<std::string>& args) {
         } else if (option == "--com") {
             o.com = number(option, value, 1, 4);
         } else if (option == "--speed") {
-            o.speed = value;
+            o.speed = speed(value);
         } else if (option == "--file") {
             o.file = value;
         } else if (option == "--passes") {
@@ -85,8 +179,8 @@ Options parseLoadOptions(const std::vector<std::string>& args) {
             o.serials.push_back(value);
         } else if (option == "--scales") {
             o.scales = splitCommas(value);
-        } else {
-            throw UsageError{"unknown option " + option};
+        } else if (option == "--progress") {
+            o.progress = progress(value);
         }
     }
     checkLoad(o);
@@ -99,23 +193,29 @@ Options parseOptions(const std::vector<std::string>& args) {
     if (args.empty())
         throw UsageError{"nothing to do"};
     const std::string& first = args[0];
-    if (first != "--help" && first != "-h" && first != "--inspect" &&
-        first != "--inspect-synthetic")
-        return parseLoadOptions(args);
     if (first == "--help" || first == "-h")
         return single(Mode::Help, args, 1);
+    if (first == "--version")
+        return single(Mode::Version, args, 1);
+    if (first == "--list-ports")
+        return single(Mode::ListPorts, args, 1);
     if (first == "--inspect")
         return single(Mode::Inspect, args, 2);
     if (first == "--inspect-synthetic")
         return single(Mode::InspectSynthetic, args, 1);
-    throw UsageError{"unknown option " + first};
+    return parseLoadOptions(args);
+}
+
+std::string versionText() {
+    return std::string("firmcast-batch ") + FIRMCAST_VERSION;
 }
 
 std::string usageText() {
     return "usage: firmcast-batch --model CODE (--com N | --ethernet) --file PATH [options]\n"
            "       firmcast-batch --inspect FILE\n"
            "       firmcast-batch --inspect-synthetic\n"
-           "       firmcast-batch --help\n"
+           "       firmcast-batch --list-ports\n"
+           "       firmcast-batch --help | --version\n"
            "\n"
            "Loads devices as an operator would, through the same screens and driver:\n"
            "--model CODE          0 Serie_W, 1 Serie_N, 2 Serie_H, 4 Matrix 4000,\n"
@@ -125,20 +225,30 @@ std::string usageText() {
            "--ethernet            the device is on Ethernet (models 0, 6 and 8)\n"
            "--file PATH           the firmware file\n"
            "--level N             the operating level, the digit of the command line (0)\n"
-           "--speed BAUD          an entry of the speed list, where the model allows it\n"
+           "--speed BAUD          an entry of the speed list (115200, 57600, 38400, 28800,\n"
+           "                      19200, 14400, 9600, 2400, 1200) for models 0, 6 and 8 on\n"
+           "                      RS-232; 2400 and 1200 run at 9600\n"
            "--passes K            load K devices in Production Way (1)\n"
            "--serial SN           what the operator types into the scale-record form;\n"
            "                      may be repeated, one per form\n"
            "--scales IP[,IP...]   the Ethernet scale list; --save presses Save Config\n"
+           "--progress HOW        auto (bar on a terminal, plain otherwise), bar, plain\n"
+           "                      (a line a phase and a tenth), json (an object a line)\n"
+           "                      or none; on standard error\n"
+           "Every option but --serial is given once; \"--option=value\" works too.\n"
            "\n"
            "--inspect FILE        read FILE as an Ethernet load of a Serie_W scale would\n"
            "                      (the message list, then the image and its checksum) and\n"
            "                      print the model header, the messages and the checksum\n"
            "--inspect-synthetic   print the synthetic message list of the whole flash\n"
+           "--list-ports          the serial devices of this machine, each with the\n"
+           "                      FIRMCAST_COM<N>=... setting that makes it COM N\n"
            "\n"
            "Every message box is printed as a line \"msgbox: <text>\" when it is shown.\n"
-           "Exit status: 0 success, 1 a read (or a device) failed, 2 bad usage,\n"
-           "3 the program ended by its fatal trap.\n";
+           "Where the screen waits for an operator and the options have nothing more to\n"
+           "say to it, the run stops and says where on standard error.\n"
+           "Exit status: 0 success, 1 a read (or a device) failed or the run stopped,\n"
+           "2 bad usage, 3 the program ended by its fatal trap.\n";
 }
 
 }  // namespace fc::batch

@@ -8,9 +8,20 @@ namespace fc::batch {
 
 enum class Mode {
     Help,              // --help: the usage, and nothing else
+    Version,           // --version: the program's name and version
+    ListPorts,         // --list-ports: the serial devices of this machine
     Inspect,           // --inspect FILE: a dry run of the Ethernet reads of FILE
     InspectSynthetic,  // --inspect-synthetic: the synthetic message list
     Load,              // --model CODE --file PATH ...: load devices as an operator would
+};
+
+// How a load shows its progress on standard error.
+enum class Progress {
+    Auto,   // Bar on a terminal, Plain otherwise
+    Bar,    // one line drawn over and over, as on a terminal
+    Plain,  // a line for each phase and each tenth of the load
+    Json,   // one JSON object a line, for a program that follows the load
+    None,   // nothing
 };
 
 struct Options {
@@ -26,6 +37,7 @@ struct Options {
     std::vector<std::string> serials;  // typed into the scale-record form, one per form
     std::vector<std::string> scales;   // the Ethernet scale list
     bool save = false;                 // press Save Config on the scale list
+    Progress progress = Progress::Auto;
 };
 
 // What went wrong with a command line.
@@ -34,10 +46,15 @@ struct UsageError {
 };
 
 // The options of `args` (the words after the program's name). Throws
-// UsageError for anything it doesn't know or a missing argument.
+// UsageError, saying what is wrong, for an option it doesn't know, a missing
+// or wrong value, an option given twice (only --serial may be repeated), or
+// options that do not go together.
 Options parseOptions(const std::vector<std::string>& args);
 
 // The usage text, ended by a new line.
 std::string usageText();
+
+// "firmcast-batch 1.22": the program and the version of the project.
+std::string versionText();
 
 }  // namespace fc::batch

@@ -3,7 +3,10 @@
 // "msgbox: <text>" each, as they are shown, and answered by script.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <ostream>
+#include <string>
 
 #include "control/firmcast_form.h"
 #include "operator/recording_dialogs.h"
@@ -14,6 +17,26 @@
 
 namespace fc::batch {
 
+// The serial ports of this machine, telling `onFailure` why a port would not
+// open or take its settings, with the device behind it, before the screen
+// hears of it as the run time's error (its box says no more than "Error at
+// port COMn").
+class ReportingPortOpener : public SerialPortOpener {
+  public:
+    using Failure =
+        std::function<void(int commPort, const std::string& device, const std::string& reason)>;
+    Failure onFailure;
+
+    std::unique_ptr<SerialPort> open(int commPort) override;
+    std::string deviceOf(int commPort) const override { return ports_.deviceOf(commPort); }
+
+    // The machine's own opener under it, for its notes.
+    TermiosPortOpener& machinePorts() { return ports_; }
+
+  private:
+    TermiosPortOpener ports_;
+};
+
 struct BatchWorld {
     explicit BatchWorld(std::ostream& out);
 
@@ -22,7 +45,7 @@ struct BatchWorld {
 
     RealPump pump;
     RecordingDialogs dialogs{pump};
-    TermiosPortOpener serialPorts;
+    ReportingPortOpener serialPorts;
     FileTable files;
     LinuxMachine machine;
 };

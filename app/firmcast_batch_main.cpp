@@ -2,8 +2,10 @@
 // It loads devices through the same screens and driver as the window, with
 // an operator script made from its options, and does the dry runs: "--inspect
 // FILE" reads a firmware file as an Ethernet load would and prints what it
-// would send; "--inspect-synthetic" prints the synthetic message list. See
-// --help.
+// would send; "--inspect-synthetic" prints the synthetic message list;
+// "--list-ports" the serial devices. Message boxes and what was asked for go
+// to standard output; errors, usage after an error, the progress of a load
+// and where a run stopped go to standard error. See --help.
 #include <iostream>
 #include <string>
 #include <vector>
@@ -12,6 +14,8 @@
 #include "app/batch_exit.h"
 #include "app/batch_load.h"
 #include "app/batch_options.h"
+#include "app/batch_ports.h"
+#include "platform/linux/serial_devices.h"
 #include "platform/runtime_error.h"
 
 namespace {
@@ -22,8 +26,14 @@ int run(const fc::batch::Options& options) {
         case Mode::Help:
             std::cout << fc::batch::usageText();
             return fc::batch::kExitOk;
+        case Mode::Version:
+            std::cout << fc::batch::versionText() << "\n";
+            return fc::batch::kExitOk;
+        case Mode::ListPorts:
+            return fc::batch::listPorts(fc::serialDeviceRoot(), fc::kernelObjectRoot(), std::cout,
+                                        std::cerr);
         case Mode::Inspect:
-            return fc::batch::inspectFile(options.file, std::cout);
+            return fc::batch::inspectFile(options.file, std::cout, std::cerr);
         case Mode::InspectSynthetic:
             return fc::batch::inspectSynthetic(std::cout);
         case Mode::Load:

@@ -98,7 +98,7 @@ Firmcast::Next Firmcast::cycleHead() {
     frInfoComunicacion.setVisible(false);
 
     while (!anyModelFlag()) {
-        services_.pump.doEvents();
+        services_.pump.doEventsForOperator();
         services_.pump.sleep(1);
     }
     if (es_serie_g && lanzado_gseries) {
@@ -176,7 +176,7 @@ Firmcast::Next Firmcast::fileStep() {
 
 void Firmcast::waitWhileStep(Integer step) {
     while (paso_asistente == step) {
-        services_.pump.doEvents();
+        services_.pump.doEventsForOperator();
         services_.pump.sleep(1);
     }
 }
@@ -234,7 +234,7 @@ Firmcast::Next Firmcast::endOfPass() {
     optProduccion.setValue(modo_produccion ? 1 : 0);
     esperando_otra = kTrue;
     while (esperando_otra) {
-        services_.pump.doEvents();
+        services_.pump.doEventsForOperator();
         services_.pump.sleep(1);
     }
     cmdAdelante.setEnabled(true);

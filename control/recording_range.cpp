@@ -43,7 +43,7 @@ void Firmcast::waitForRangeChoice() {
     Frame4.setVisible(true);
     Frame4.setEnabled(true);
     rango_elegido = kFalse;
-    while (!rango_elegido) services_.pump.doEvents();
+    while (!rango_elegido) services_.pump.doEventsForOperator();
     Frame4.setVisible(false);
     Frame4.setEnabled(false);
 }

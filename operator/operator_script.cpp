@@ -11,7 +11,26 @@ OperatorScript::OperatorScript(Pump& pump) : pump_(pump) {
 }
 
 OperatorScript::~OperatorScript() {
+    if (stop_)
+        pump_.setOperatorWatch(nullptr);
     pump_.remove(*this);
+}
+
+void OperatorScript::endWhenStuck(std::function<void(const std::string&)> stop) {
+    stop_ = std::move(stop);
+    pump_.setOperatorWatch([this] { watchOperatorTurn(); });
+}
+
+bool OperatorScript::canGoOn() const {
+    if (acting_ || steps_.empty())
+        return false;
+    const Step& step = steps_.front();
+    return step.trigger != Step::Trigger::When || step.condition();
+}
+
+void OperatorScript::watchOperatorTurn() {
+    if (!canGoOn())
+        stop_(steps_.empty() ? std::string() : steps_.front().what);
 }
 
 OperatorScript& OperatorScript::at(long long ms, std::string what, std::function<void()> act) {
@@ -54,6 +73,11 @@ void OperatorScript::runDue(Micros now) {
     steps_.pop_front();
     lastRun_ = now;
     done_.push_back(std::to_string(now / 1000) + " ms: " + step.what);
+    struct Acting {
+        bool& flag;
+        explicit Acting(bool& f) : flag(f) { flag = true; }
+        ~Acting() { flag = false; }
+    } acting(acting_);
     step.act();
 }
 

@@ -41,6 +41,19 @@ class OperatorScript : public EventSource {
                          std::function<void()> act);
 
     bool finished() const { return steps_.empty(); }
+
+    // Ends the run through `stop` when the program waits on the operator
+    // (Pump::doEventsForOperator) and nothing this script still holds can
+    // end that wait: at the start of a turn of the wait it has no step left,
+    // or its next step waits for a condition that does not hold, or a step of
+    // its own is still acting (a screen it opened waits on it). A step timed
+    // by the clock always comes due and never counts. A wait on the operator
+    // sets its screen up before its first turn, and during it the screen
+    // changes only by what the operator does, so a condition false at a turn
+    // stays false. `stop` is told what the next step was for (empty when none
+    // was left) and ends the run by throwing. Waits on a device or a timer are
+    // never watched.
+    void endWhenStuck(std::function<void(const std::string& nextStep)> stop);
     // What has been done, in order, with the time of each step.
     const std::vector<std::string>& done() const { return done_; }
 
@@ -48,6 +61,9 @@ class OperatorScript : public EventSource {
     void runDue(Micros now) override;
 
   private:
+    bool canGoOn() const;
+    void watchOperatorTurn();
+
     struct Step {
         enum class Trigger { At, After, When } trigger;
         Micros time = 0;
@@ -59,6 +75,8 @@ class OperatorScript : public EventSource {
     std::deque<Step> steps_;
     Micros lastRun_ = 0;
     std::vector<std::string> done_;
+    bool acting_ = false;
+    std::function<void(const std::string&)> stop_;
 };
 
 // The operator's hands. Each checks that an operator could reach the control.

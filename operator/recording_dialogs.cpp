@@ -22,7 +22,12 @@ int RecordingDialogs::msgBox(const std::string& text, int style, const std::stri
 
 void RecordingDialogs::showModal(Screen& screen) {
     screen.load();
-    while (screen.loaded()) pump_.doEvents();
+    modal_.push_back(&screen);
+    struct Shown {
+        std::vector<const Screen*>& modal;
+        ~Shown() { modal.pop_back(); }
+    } shown{modal_};
+    while (screen.loaded()) pump_.doEventsForOperator();
 }
 
 std::vector<std::string> RecordingDialogs::texts() const {

@@ -35,6 +35,8 @@ class RecordingDialogs : public Dialogs {
     std::function<void(const ShownBox&)> onShown;
 
     const std::vector<ShownBox>& boxes() const { return boxes_; }
+    // The modal screen shown now (the innermost), or null.
+    const Screen* modalScreen() const { return modal_.empty() ? nullptr : modal_.back(); }
     std::vector<std::string> texts() const;
     void clear() { boxes_.clear(); }
 
@@ -42,6 +44,7 @@ class RecordingDialogs : public Dialogs {
     Pump& pump_;
     std::vector<ShownBox> boxes_;
     std::deque<int> answers_;
+    std::vector<const Screen*> modal_;
 };
 
 }  // namespace fc

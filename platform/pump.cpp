@@ -18,6 +18,12 @@ void Pump::defer(std::exception_ptr error) {
         deferred_ = error;
 }
 
+void Pump::doEventsForOperator() {
+    if (operatorWatch_)
+        operatorWatch_();
+    doEvents();
+}
+
 void Pump::doPendingEvents() {
     runDueSources(nowMicros(), true);
 }

@@ -5,6 +5,8 @@
 
 #include <cstdint>
 #include <exception>
+#include <functional>
+#include <utility>
 #include <vector>
 
 #include "platform/event_source.h"
@@ -23,6 +25,18 @@ class Pump {
     // long piece of work (a file read line by line) that lets the screen's
     // events in between its steps without costing it a wait on each one.
     virtual void doPendingEvents();
+
+    // One turn of a wait that only the operator can end (a wizard step, the
+    // wait for "Again", a modal screen): runs the program's events as
+    // doEvents() does, after telling the operator watch, if one is set, that
+    // the program is waiting on the operator. Waits on a device or a timer
+    // use doEvents() itself.
+    void doEventsForOperator();
+
+    // Called at the start of every turn of a wait on the operator, by a
+    // program whose operator is a script: it may end the run there (by
+    // throwing) when the script has nothing left that could end the wait.
+    void setOperatorWatch(std::function<void()> watch) { operatorWatch_ = std::move(watch); }
 
     // A plain sleep during which the program's events do not run.
     virtual void sleep(int ms) = 0;
@@ -53,6 +67,7 @@ class Pump {
     std::vector<EventSource*> sources_;
     std::vector<EventSource*> running_;
     std::exception_ptr deferred_;
+    std::function<void()> operatorWatch_;
 };
 
 }  // namespace fc

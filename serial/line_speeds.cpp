@@ -1,5 +1,7 @@
 #include "serial/line_speeds.h"
 
+#include <iterator>
+
 #include "platform/controls.h"
 
 namespace fc {
@@ -15,6 +17,10 @@ void CargaComboVelocidades(ComboBox& cmbvelocidades) {
         cmbvelocidades.addItem(kSpeeds[i]);
         cmbvelocidades.setItemData(cmbvelocidades.listCount() - 1, i);
     }
+}
+
+std::vector<std::string> speedListEntries() {
+    return std::vector<std::string>(std::begin(kSpeeds), std::end(kSpeeds));
 }
 
 std::string speedForItemData(long itemData) {

@@ -10,10 +10,12 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <utility>
 
 #include "platform/environment.h"
 #include "platform/linux/line_speed.h"
+#include "platform/linux/serial_devices.h"
 #include "platform/runtime_error.h"
 
 namespace fc {
@@ -31,9 +33,16 @@ constexpr double kSpeedTolerance = 0.03;
 constexpr int kDeviceIoError = 57;
 constexpr int kErrorReadingCommDevice = 8020;
 
-RuntimeError openError(int error) {
+PortOpenError openError(const std::string& device, int error) {
     bool busy = error == EBUSY || error == EWOULDBLOCK;
-    return RuntimeError(busy ? err::kPortAlreadyOpen : err::kInvalidPortNumber);
+    std::string reason = std::strerror(error);
+    if (error == EWOULDBLOCK)
+        reason += ": another program holds the port";
+    else if (error == EBUSY)
+        reason += ": another program has the port open";
+    else if (error == ENOTTY)
+        reason += ": not a serial device";
+    return PortOpenError(busy ? err::kPortAlreadyOpen : err::kInvalidPortNumber, device, reason);
 }
 
 RuntimeError commStateError() {
@@ -90,18 +99,19 @@ constexpr tcflag_t kFrameBits = CSIZE | PARENB | PARODD | CMSPAR | CSTOPB;
 int openExclusive(const std::string& device) {
     int fd = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0)
-        throw openError(errno);
+        throw openError(device, errno);
     // TIOCEXCL stops other opens, but not a privileged process's; the lock
     // is honoured by every process that claims the port the same way.
     if (flock(fd, LOCK_EX | LOCK_NB) != 0) {
         int error = errno;
         ::close(fd);
-        throw openError(error);
+        throw openError(device, error);
     }
     termios t{};
     if (tcgetattr(fd, &t) != 0) {  // not a terminal device at all
+        int error = errno;
         ::close(fd);
-        throw RuntimeError(err::kInvalidPortNumber);
+        throw openError(device, error);
     }
     ioctl(fd, TIOCEXCL);
     return fd;
@@ -113,7 +123,7 @@ std::string TermiosPortOpener::deviceName(int commPort) {
     std::string named = environmentVariable("FIRMCAST_COM" + std::to_string(commPort));
     if (!named.empty())
         return named;
-    return "/dev/ttyS" + std::to_string(commPort - 1);
+    return serialDeviceRoot() + "/ttyS" + std::to_string(commPort - 1);
 }
 
 TermiosPortOpener::TermiosPortOpener(std::string sysfsRoot) : sysfsRoot_(std::move(sysfsRoot)) {}
@@ -137,8 +147,10 @@ TermiosPort::TermiosPort(const std::string& device, const std::string& sysfsRoot
     try {
         makeRaw();
     } catch (...) {
+        int error = errno;
         ::close(fd_);
-        throw;
+        throw PortOpenError(err::kCommStateFailed, device,
+                            std::string(std::strerror(error)) + ": the line cannot be made raw");
     }
     tcflush(fd_, TCIFLUSH);
     lowLatency_.ask(fd_, device_, sysfsRoot);

@@ -1,5 +1,6 @@
 // Serial ports of Linux through termios. COM n is the device named by the
-// environment variable FIRMCAST_COM<n>, else /dev/ttyS<n-1>.
+// environment variable FIRMCAST_COM<n>, else ttyS<n-1> of the device folder
+// (/dev; see serial_devices.h).
 //
 // The line is raw: every byte value 0..255 passes unchanged both ways (no
 // stripping, no parity marking, no CR/NL translation, no flow control).
@@ -17,18 +18,39 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "platform/linux/low_latency.h"
+#include "platform/runtime_error.h"
 #include "platform/serial_port.h"
 
 namespace fc {
+
+// A device that would not open as a serial port: the run time's error (8002
+// for one missing or not a serial device, 8005 for one in use, the settings'
+// error for a line that cannot be made raw), with the device and the
+// system's reason.
+class PortOpenError : public RuntimeError {
+  public:
+    PortOpenError(int number, std::string device, std::string reason)
+        : RuntimeError(number), device_(std::move(device)), reason_(std::move(reason)) {}
+    const std::string& device() const { return device_; }
+    // The system's words for the failure, and what they mean for a port
+    // where that helps: "No such file or directory", "Inappropriate ioctl
+    // for device: not a serial device".
+    const std::string& reason() const { return reason_; }
+
+  private:
+    std::string device_;
+    std::string reason_;
+};
 
 class TermiosPortOpener : public SerialPortOpener {
   public:
     // `sysfsRoot` is where sysfs is mounted; a test gives a folder of its own.
     explicit TermiosPortOpener(std::string sysfsRoot = "/sys");
 
-    // Throws RuntimeError 8002 (missing or not a serial device) or 8005 (in use).
+    // Throws PortOpenError when the device will not open.
     std::unique_ptr<SerialPort> open(int commPort) override;
 
     // Takes the notes: a port that opened without all of its low latency
@@ -50,7 +72,8 @@ class TermiosPortOpener : public SerialPortOpener {
 class TermiosPort : public SerialPort {
   public:
     // Opens `device` non-blocking, claims it exclusively, makes it raw and
-    // asks for low latency (sysfs at `sysfsRoot`).
+    // asks for low latency (sysfs at `sysfsRoot`); throws PortOpenError when
+    // it cannot.
     explicit TermiosPort(const std::string& device, const std::string& sysfsRoot = "/sys");
     ~TermiosPort() override;
     TermiosPort(const TermiosPort&) = delete;

@@ -1,6 +1,8 @@
 // firmcast-batch loading each of the six RS-232 families from end to end over
 // a real pseudo-terminal, the device being firmcast-sim in its own process;
 // and the bad files, which end as the driver says with the right exit status.
+// The boxes are checked on standard output, where other programs read them;
+// the progress and the errors go to standard error.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -14,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "integration/batch_run.h"
 #include "support/firmware_files.h"
 #include "support/first_line_process.h"
 #include "support/scenario_rig.h"
@@ -42,23 +45,19 @@ std::vector<std::string> simArguments(const std::string& device, const std::stri
     return {"--device", device, "--erase-ms", eraseMs};
 }
 
-struct BatchRun {
-    int status = -1;
-    std::string output;
-};
+// The words of `arguments`, which hold no path with a blank.
+std::vector<std::string> wordsOf(const std::string& arguments) {
+    std::vector<std::string> words;
+    std::istringstream in(arguments);
+    for (std::string word; in >> word;) words.push_back(word);
+    return words;
+}
 
-// Runs firmcast-batch with COM1 on `tty`; `environment` adds "NAME=value" words.
-BatchRun runBatch(const std::string& tty, const std::string& arguments,
-                  const std::string& environment = "") {
-    std::string command = environment + " FIRMCAST_COM1=" + tty + " " + kBin + "/firmcast-batch " +
-                          arguments + " 2>&1";
-    BatchRun run;
-    FILE* pipe = popen(command.c_str(), "r");
-    char buffer[512];
-    while (pipe && fgets(buffer, sizeof buffer, pipe)) run.output += buffer;
-    int raw = pipe ? pclose(pipe) : -1;
-    run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    return run;
+// Runs firmcast-batch with COM1 on `tty`, and the variables of `more`.
+BatchResult runBatch(const std::string& tty, const std::string& arguments,
+                     BatchEnvironment more = {}) {
+    more.emplace_back("FIRMCAST_COM1", tty);
+    return runBatchProcess(wordsOf(arguments), more);
 }
 
 struct Family {
@@ -76,10 +75,12 @@ TEST_P(BatchLoad, LoadsFromEndToEndOverARealPty) {
         folder.write("fw.txt", banked ? sRecordFile(consecutive(0x7F00, 40)) : intelHexFile(40));
     SimProcess sim(simArguments(family.device, "100"));
     ASSERT_FALSE(sim.tty().empty()) << "firmcast-sim gave no tty";
-    BatchRun run =
+    BatchResult run =
         runBatch(sim.tty(), "--model " + std::to_string(family.model) + " --com 1 --file " + file);
-    EXPECT_EQ(run.status, 0) << run.output;
-    EXPECT_EQ(run.output, "msgbox: The scale is ready\n");
+    EXPECT_EQ(run.status, 0) << run.said();
+    EXPECT_EQ(run.out, "msgbox: The scale is ready\n");
+    ASSERT_FALSE(run.errLines().empty()) << run.said();
+    EXPECT_EQ(run.errLines().back(), "COM1 pass 1: ready");
 }
 
 INSTANTIATE_TEST_SUITE_P(SixFamilies, BatchLoad,
@@ -94,9 +95,9 @@ TEST(BatchLoadPasses, ProductionWayLoadsTheSameFileTwice) {
     TempFolder folder;
     std::string file = folder.write("fw.hex", intelHexFile(10));
     SimProcess sim(simArguments("numbered", "50"));
-    BatchRun run = runBatch(sim.tty(), "--model 1 --com 1 --passes 2 --file " + file);
-    EXPECT_EQ(run.status, 0) << run.output;
-    EXPECT_EQ(run.output, "msgbox: The scale is ready\nmsgbox: The scale is ready\n");
+    BatchResult run = runBatch(sim.tty(), "--model 1 --com 1 --passes 2 --file " + file);
+    EXPECT_EQ(run.status, 0) << run.said();
+    EXPECT_EQ(run.out, "msgbox: The scale is ready\nmsgbox: The scale is ready\n");
 }
 
 // A pty takes no low latency: the load goes as before, and the error log
@@ -105,10 +106,10 @@ TEST(BatchLoadPasses, APortWithoutLowLatencyIsWrittenOnceToTheErrorLog) {
     TempFolder folder, home;
     std::string file = folder.write("fw.hex", intelHexFile(10));
     SimProcess sim(simArguments("numbered", "50"));
-    BatchRun run = runBatch(sim.tty(), "--model 1 --com 1 --passes 2 --file " + file,
-                            "FIRMCAST_HOME=" + home.path().string());
-    EXPECT_EQ(run.status, 0) << run.output;
-    EXPECT_EQ(run.output, "msgbox: The scale is ready\nmsgbox: The scale is ready\n");
+    BatchResult run = runBatch(sim.tty(), "--model 1 --com 1 --passes 2 --file " + file,
+                               {{"FIRMCAST_HOME", home.path().string()}});
+    EXPECT_EQ(run.status, 0) << run.said();
+    EXPECT_EQ(run.out, "msgbox: The scale is ready\nmsgbox: The scale is ready\n");
     std::ifstream in(home.path() / "Balanza_Logs" / "Errores.log");
     std::string log((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     std::vector<std::string> lines;
@@ -135,10 +136,10 @@ TEST_P(BatchBadFile, EndsAsTheDriverSays) {
     TempFolder folder;
     std::string file = folder.write("bad.txt", bad.content);
     SimProcess sim(simArguments(bad.model == 2 ? "banked" : "numbered", "50"));
-    BatchRun run =
+    BatchResult run =
         runBatch(sim.tty(), "--model " + std::to_string(bad.model) + " --com 1 --file " + file);
-    EXPECT_EQ(run.status, bad.status) << run.output;
-    EXPECT_EQ(run.output, bad.output);
+    EXPECT_EQ(run.status, bad.status) << run.said();
+    EXPECT_EQ(run.out, bad.output);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -168,16 +169,12 @@ namespace {
 TEST(BatchEthernet, EntersTheScaleListSavesItAndStopsBeforeTheLoad) {
     TempFolder folder, home;
     std::string file = folder.write("fw.hex", intelHexFile(3));
-    std::string command = "FIRMCAST_HOME=" + home.path().string() + " " + kBin +
-                          "/firmcast-batch --model 0 --ethernet" +
-                          " --scales 192.0.2.1,192.0.2.2 --save --file " + file + " 2>&1";
-    BatchRun run;
-    FILE* pipe = popen(command.c_str(), "r");
-    char buffer[512];
-    while (pipe && fgets(buffer, sizeof buffer, pipe)) run.output += buffer;
-    int raw = pipe ? pclose(pipe) : -1;
-    EXPECT_EQ(WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, 1);
-    EXPECT_EQ(run.output,
+    BatchResult run = runBatchProcess(
+        {"--model", "0", "--ethernet", "--scales", "192.0.2.1,192.0.2.2", "--save", "--file", file},
+        {{"FIRMCAST_HOME", home.path().string()}});
+    EXPECT_EQ(run.status, 1) << run.said();
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err,
               "firmcast-batch: the Ethernet load is not available in this build; stopped at the "
               "scale list\n");
     std::ifstream ini(home.path() / "config.ini");

@@ -1,7 +1,8 @@
 // The headless program's dry runs, run as the built program: the lines it
 // prints for a generated two-bank file are checked against what the file
 // must give, worked out here from the bytes that were written into it (the
-// CRC-32 with a table-free implementation of its own).
+// CRC-32 with a table-free implementation of its own); and the files an
+// Ethernet load could not take, which fail with their reason in one line.
 #include <stdlib.h>
 #include <sys/wait.h>
 
@@ -13,7 +14,10 @@
 #include <string>
 #include <vector>
 
+#include "integration/batch_run.h"
+#include "support/firmware_files.h"
 #include "support/intel_hex.h"
+#include "support/scenario_rig.h"
 
 namespace fc {
 namespace {
@@ -211,3 +215,54 @@ TEST_F(BatchInspect, BadUsageExitsWithTwoAndHelpWithZero) {
 
 }  // namespace
 }  // namespace fc
+
+namespace fc::test {
+namespace {
+
+// A file an Ethernet load could not take: one line on standard error says
+// why, and the exit status is 1.
+
+bool startsWith(const std::string& text, const std::string& head) {
+    return text.rfind(head, 0) == 0;
+}
+
+TEST(BatchInspectRefused, AFileForASerialLoadSaysWhyInOneLineAndStopsAtItsFirstByte) {
+    TempFolder folder;
+    // A Serie_N file: bank 0, its data from address 0, below the Ethernet image.
+    const std::string file = folder.write("serie_n.hex", intelHexFile(64));
+    BatchResult run = runBatchProcess({"--inspect", file});
+    EXPECT_FALSE(run.hung);
+    EXPECT_EQ(run.status, 1) << run.said();
+    EXPECT_EQ(run.err, "firmcast-batch: " + file +
+                           ": not fit for an Ethernet load: data at 0x00000 lies outside the image "
+                           "of an Ethernet load (0x40000 to 0xFFFFF); the dry run stopped at its "
+                           "first byte\n");
+    EXPECT_TRUE(startsWith(run.out, "msgbox: 9Subscript out of range\nheader: \n")) << run.out;
+    std::size_t boxes = 0;
+    for (std::size_t at = run.out.find("msgbox:"); at != std::string::npos;
+         at = run.out.find("msgbox:", at + 1))
+        ++boxes;
+    EXPECT_EQ(boxes, 1u);
+}
+
+TEST(BatchInspectRefused, AFileThePreparationRefusesSaysItsBoxAsTheReason) {
+    TempFolder folder;
+    const std::string file = folder.write("notes.txt", "hello\r\nworld\r\n");
+    BatchResult run = runBatchProcess({"--inspect", file});
+    EXPECT_EQ(run.status, 1) << run.said();
+    EXPECT_EQ(run.err, "firmcast-batch: " + file +
+                           ": not fit for an Ethernet load: This is not a Flash program file\n");
+    EXPECT_TRUE(startsWith(run.out, "msgbox: This is not a Flash program file\n")) << run.out;
+}
+
+TEST(BatchInspectRefused, AFileThatIsNotThereSaysTheSystemsReason) {
+    TempFolder folder;
+    const std::string file = (folder.path() / "none.hex").string();
+    BatchResult run = runBatchProcess({"--inspect", file});
+    EXPECT_EQ(run.status, 1) << run.said();
+    EXPECT_EQ(run.err, "firmcast-batch: " + file +
+                           ": not fit for an Ethernet load: No such file or directory\n");
+}
+
+}  // namespace
+}  // namespace fc::test

@@ -18,8 +18,8 @@
 
 #include "platform/environment.h"
 #include "platform/linux/line_speed.h"
-#include "platform/linux/termios_port.h"
 #include "platform/linux/real_pump.h"
+#include "platform/linux/termios_port.h"
 #include "platform/runtime_error.h"
 #include "platform/serial_line.h"
 #include "support/byte_values.h"
@@ -295,7 +295,40 @@ TEST_F(PtySerial, AFileThatIsNotATerminalIsError8002) {
     expectError(8002, [&] { line.setPortOpen(true); });
 }
 
+TEST_F(PtySerial, APortThatWillNotOpenNamesItsDeviceAndTheSystemsReason) {
+    const auto failureOf = [&](Integer com) -> std::optional<PortOpenError> {
+        try {
+            opener.open(com);
+        } catch (const PortOpenError& error) {
+            return error;
+        }
+        return std::nullopt;
+    };
+    {
+        ScopedEnv missing("FIRMCAST_COM8", "/nonexistent/firmcast-tty");
+        std::optional<PortOpenError> error = failureOf(8);
+        ASSERT_TRUE(error.has_value());
+        EXPECT_EQ(error->number(), 8002);
+        EXPECT_EQ(error->device(), "/nonexistent/firmcast-tty");
+        EXPECT_EQ(error->reason(), "No such file or directory");
+    }
+    {
+        ScopedEnv notTty("FIRMCAST_COM8", "/dev/null");
+        std::optional<PortOpenError> error = failureOf(8);
+        ASSERT_TRUE(error.has_value());
+        EXPECT_EQ(error->number(), 8002);
+        EXPECT_EQ(error->reason(), "Inappropriate ioctl for device: not a serial device");
+    }
+    openAt("57600,e,7,1");
+    std::optional<PortOpenError> inUse = failureOf(kCom);
+    ASSERT_TRUE(inUse.has_value());
+    EXPECT_EQ(inUse->number(), 8005);
+    EXPECT_EQ(inUse->device(), pty.slave());
+    EXPECT_EQ(inUse->reason(), "Resource temporarily unavailable: another program holds the port");
+}
+
 TEST(TermiosPortOpener, ComPortNMapsToFirmcastComNElseTtySNMinus1) {
+    ScopedEnv defaultRoot("FIRMCAST_DEV_ROOT", std::nullopt);
     {
         ScopedEnv named("FIRMCAST_COM3", "/dev/pts/42");
         EXPECT_EQ(TermiosPortOpener::deviceName(3), "/dev/pts/42");
@@ -304,6 +337,12 @@ TEST(TermiosPortOpener, ComPortNMapsToFirmcastComNElseTtySNMinus1) {
     ScopedEnv unset1("FIRMCAST_COM1", std::nullopt);
     EXPECT_EQ(TermiosPortOpener::deviceName(3), "/dev/ttyS2");
     EXPECT_EQ(TermiosPortOpener::deviceName(1), "/dev/ttyS0");
+}
+
+TEST(TermiosPortOpener, AnUnnamedPortIsLookedForInTheDeviceFolderGiven) {
+    ScopedEnv unset2("FIRMCAST_COM2", std::nullopt);
+    ScopedEnv root("FIRMCAST_DEV_ROOT", "/tmp/firmcast-dev/");
+    EXPECT_EQ(TermiosPortOpener::deviceName(2), "/tmp/firmcast-dev/ttyS1");
 }
 
 // A real UART takes 7 data bits, even parity and DTR. Only with a device the
