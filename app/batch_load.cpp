@@ -15,6 +15,7 @@
 #include "app/batch_world.h"
 #include "app/port_notices.h"
 #include "common/error_log.h"
+#include "firmware/file_check.h"
 #include "operator/model_choice.h"
 #include "operator/operator_script.h"
 #include "operator/scale_list_entry.h"
@@ -206,6 +207,14 @@ int runLoad(const Options& options, std::ostream& out, std::ostream& err) {
     if (std::optional<std::string> why = unreadable(file)) {
         err << "firmcast-batch: --file " << options.file << ": " << *why << std::endl;
         return kExitBadUsage;
+    }
+    if (options.checkFile) {
+        FileCheck check = checkFirmwareFile(file.string());
+        if (check.firstBadLine != 0) {
+            err << "firmcast-batch: --file " << options.file << ": " << fileCheckText(check)
+                << std::endl;
+            return kExitBadUsage;
+        }
     }
     setenv("FIRMCAST_DRIVE_B", file.parent_path().c_str(), 1);
 

@@ -111,7 +111,7 @@ void checkLoad(const Options& o) {
                          " always starts at 57600 and its speed list cannot be changed"};
 }
 
-const std::set<std::string> kFlags = {"--ethernet", "--save"};
+const std::set<std::string> kFlags = {"--ethernet", "--save", "--check-file"};
 const std::set<std::string> kValued = {"--level",  "--model",  "--com",    "--speed",   "--file",
                                        "--passes", "--serial", "--scales", "--progress"};
 
@@ -150,7 +150,9 @@ Options parseLoadOptions(const std::vector<std::string>& args) {
             given[option];
             if (inlineValue)
                 throw UsageError{option + " takes no value"};
-            (option == "--ethernet" ? o.ethernet : o.save) = true;
+            (option == "--ethernet" ? o.ethernet
+             : option == "--save"   ? o.save
+                                    : o.checkFile) = true;
             continue;
         }
         if (!inlineValue) {
@@ -232,6 +234,8 @@ std::string usageText() {
            "--serial SN           what the operator types into the scale-record form;\n"
            "                      may be repeated, one per form\n"
            "--scales IP[,IP...]   the Ethernet scale list; --save presses Save Config\n"
+           "--check-file          refuse a file with a line that is not a sound record\n"
+           "                      (its form or its checksum) before the port is opened\n"
            "--progress HOW        auto (bar on a terminal, plain otherwise), bar, plain\n"
            "                      (a line a phase and a tenth), json (an object a line)\n"
            "                      or none; on standard error\n"

@@ -22,6 +22,7 @@
 #include "integration/batch_run.h"
 #include "support/firmware_files.h"
 #include "support/first_line_process.h"
+#include "support/intel_hex.h"
 #include "support/scenario_rig.h"
 
 namespace fc::test {
@@ -69,6 +70,33 @@ class BatchStops : public ::testing::Test {
     TempFolder folder, home;
     std::string file = folder.write("fw.hex", intelHexFile(10));
 };
+
+TEST_F(BatchStops, CheckFileRefusesAFileWithABadLineBeforeThePortIsOpened) {
+    std::string bad = hexRecord(0, 0x0010, patternBytes(2, 16));
+    bad.back() = bad.back() == '0' ? '1' : '0';
+    std::string badFile =
+        folder.write("bad.hex", hexFile({hexRecord(0, 0, patternBytes(1, 16)), bad, endRecord()}));
+    const std::string device = (folder.path() / "ttyNone").string();
+    BatchResult run =
+        runBatchProcess({"--model", "1", "--com", "1", "--check-file", "--file", badFile},
+                        {{"FIRMCAST_COM1", device}, {"FIRMCAST_HOME", home.path().string()}});
+    EXPECT_EQ(run.status, 2) << run.said();
+    EXPECT_EQ(run.out, "") << "no box: the port was never opened";
+    EXPECT_EQ(run.errLines(),
+              (std::vector<std::string>{"firmcast-batch: --file " + badFile +
+                                        ": File check: line 2 is not a sound record (its form "
+                                        "or its checksum is wrong)"}));
+}
+
+TEST_F(BatchStops, CheckFileLetsASoundFileLoad) {
+    Sim sim;
+    ASSERT_FALSE(sim.tty().empty()) << "firmcast-sim gave no tty";
+    BatchResult run =
+        runBatchProcess({"--model", "1", "--com", "1", "--check-file", "--file", file},
+                        {{"FIRMCAST_COM1", sim.tty()}, {"FIRMCAST_HOME", home.path().string()}});
+    EXPECT_EQ(run.status, 0) << run.said();
+    EXPECT_EQ(run.out, "msgbox: The scale is ready\n");
+}
 
 TEST_F(BatchStops, AMissingPortEndsTheRunWithItsCause) {
     const std::string device = (folder.path() / "ttyNone").string();
