@@ -180,7 +180,7 @@ int main() {
     const Load numbered{"numbered",
                         "numbered 57600,e,7,1 (Serie_N)",
                         {"--device", "numbered", "--baud", "57600", "--erase-ms", "500"},
-                        {"--model", "1", "--com", "1", "--file", hex},
+                        {"--model", "1", "--com", "1", "--progress", "none", "--file", hex},
                         57600,
                         10,
                         {2, numberedFrame, numberedAnswer}};
@@ -188,7 +188,7 @@ int main() {
         "banked",
         "banked 19200,N,8,1 (Serie_H)",
         {"--device", "banked", "--baud", "19200", "--erase-ms", "500", "--bank-ms", "0"},
-        {"--model", "2", "--com", "1", "--file", srec},
+        {"--model", "2", "--com", "1", "--progress", "none", "--file", srec},
         19200,
         10,
         {3, bankedFrame, bankedAnswer}};
