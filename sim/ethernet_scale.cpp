@@ -28,6 +28,12 @@ std::unique_ptr<TcpDevice> EthernetScale::acceptOrRefuse(std::unique_ptr<Etherne
 
 void EthernetScale::onConnect(TcpDeviceLink& link) {
     TcpDevice::onConnect(link);
+    // A new connection starts the boot loader's count again; its flash, MAC
+    // and record stay.
+    pending_.clear();
+    connectionMessages_ = 0;
+    failed_ = false;
+    reading = faults.stopReadingAt != 0;
     if (faults.readBytesPerSecond > 0)
         readBytesPerSecond = faults.readBytesPerSecond;
 }
@@ -48,7 +54,7 @@ long EthernetScale::readLimit() const {
 void EthernetScale::onReceive(const std::string& bytes) {
     size_t at = 0;
     while (at < bytes.size()) {
-        if (pending_.empty() && faults.stopReadingAt == messagesTaken()) {
+        if (pending_.empty() && faults.stopReadingAt == connectionMessages_) {
             reading = false;
             return;
         }
@@ -66,13 +72,13 @@ void EthernetScale::onReceive(const std::string& bytes) {
                 return;
         }
     }
-    if (pending_.empty() && faults.stopReadingAt == messagesTaken())
+    if (pending_.empty() && faults.stopReadingAt == connectionMessages_)
         reading = false;
 }
 
 void EthernetScale::take(const std::string& message) {
     std::uint8_t tipo = byteAt(message, 0);
-    long index = messagesTaken();
+    long index = connectionMessages_++;
     types_.push_back(tipo);
     switch (tipo) {
         case kErase:
@@ -124,7 +130,7 @@ void EthernetScale::finishErase() {
     erased_ = true;
     if (!faults.silentErase)
         answer(erasedAnswer());
-    if (!failed_ && faults.stopReadingAt != messagesTaken())
+    if (!failed_ && faults.stopReadingAt != connectionMessages_)
         reading = true;
 }
 

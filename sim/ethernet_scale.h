@@ -7,7 +7,9 @@
 // fail. A 0x68 message's first six payload bytes become its MAC. It can be
 // told to refuse connections, stop reading at a message, fail at a message,
 // report a wrong checksum, erase without a word, read slowly, and send each
-// answer in two segments. Every connection has a device of its own.
+// answer in two segments. Message numbers, and so the faults at a message,
+// count over one connection; the flash, the MAC and the record last the
+// device's life.
 #pragma once
 
 #include <array>
@@ -106,6 +108,7 @@ class EthernetScale : public TcpDevice {
     void finishErase();
 
     std::string pending_;
+    long connectionMessages_ = 0;
     std::vector<std::uint8_t> types_;
     std::vector<std::uint8_t> image_;
     bool erased_ = false;
