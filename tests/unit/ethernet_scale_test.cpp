@@ -337,5 +337,76 @@ TEST_F(EthernetScaleTest, ASplitAnswerComesInTwoSegmentsThatMakeTheWholeAnswer) 
     EXPECT_EQ(scale().answers().back(), segments[0] + segments[1]);
 }
 
+// A link that keeps what the scale sends and its timed actions, for a device
+// that lives across connections, as behind a real port.
+class KeptLink : public TcpDeviceLink {
+  public:
+    void deviceSend(const std::string& bytes) override { sent += bytes; }
+    void deviceClose() override {}
+    void deviceReset() override {}
+    void deviceAfter(Micros, std::function<void()> action) override {
+        actions.push_back(std::move(action));
+    }
+    Micros now() const override { return 0; }
+    void runActions() {
+        auto due = std::move(actions);
+        actions.clear();
+        for (auto& a : due) a();
+    }
+    std::string sent;
+    std::vector<std::function<void()>> actions;
+};
+
+std::string controlWire(int tipo) {
+    return wire(mensajeDeControl(static_cast<Byte>(tipo)));
+}
+
+TEST(EthernetScaleAcrossConnections, MessagesCountAgainOnANewConnectionWhileFlashAndMacStay) {
+    EthernetScale scale;
+    scale.faults.stopReadingAt = 2;
+    KeptLink first;
+    scale.onConnect(first);
+    scale.onReceive(controlWire(0x55));
+    EXPECT_FALSE(scale.reading);  // erasing
+    first.runActions();
+    EXPECT_EQ(first.sent, "\x03");
+    EXPECT_TRUE(scale.reading);
+    MensajeEth mac = mensajeDeControl(0x68);
+    mac.datos = std::string("\x02\xC0\xDE\x00\x00\x07", 6) + std::string(1018, '0');
+    scale.onReceive(wire(mac));
+    EXPECT_FALSE(scale.reading) << "message 2 of this connection is not read";
+    EXPECT_EQ(scale.readLimit(), 1);
+
+    KeptLink second;
+    scale.onConnect(second);
+    EXPECT_TRUE(scale.reading);
+    scale.onReceive(controlWire(0x67));
+    EXPECT_TRUE(scale.reading);
+    EXPECT_EQ(second.sent, EthernetScale::checksumAnswer(0x7FFF));
+    EXPECT_TRUE(scale.erased());
+    EXPECT_TRUE(scale.macStored());
+    EXPECT_EQ(scale.mac()[5], 0x07);
+    EXPECT_EQ(scale.types(), (std::vector<std::uint8_t>{0x55, 0x68, 0x67}));
+}
+
+TEST(EthernetScaleAcrossConnections, AMessageTakenInPiecesIsOneMessage) {
+    EthernetScale scale;
+    scale.eraseTime = 0;
+    KeptLink link;
+    scale.onConnect(link);
+    const std::string end = controlWire(0x67);
+    scale.onReceive(end.substr(0, 1));
+    EXPECT_EQ(scale.readLimit(), 1028);
+    scale.onReceive(end.substr(1, 500));
+    EXPECT_EQ(scale.readLimit(), 528);
+    EXPECT_EQ(scale.messagesTaken(), 0);
+    scale.onReceive(end.substr(501));
+    EXPECT_EQ(scale.messagesTaken(), 1);
+    EXPECT_EQ(scale.readLimit(), 1);
+    // The flash before any erase holds 0x00: its checksum is 0xFFFF.
+    EXPECT_EQ(link.sent, EthernetScale::checksumAnswer(0xFFFF));
+    EXPECT_EQ(link.sent, std::string("\x05") + "00000FFFF");
+}
+
 }  // namespace
 }  // namespace fc
