@@ -14,6 +14,7 @@
 #include "platform/linux/real_pump.h"
 #include "sim/banked_device.h"
 #include "sim/echo_device.h"
+#include "sim/ethernet_scale.h"
 #include "sim/host/pty_device_host.h"
 #include "sim/host/tcp_device_host.h"
 #include "sim/numbered_scale.h"
@@ -55,7 +56,47 @@ std::unique_ptr<fc::SerialDevice> makeDevice(const fc::SimOptions& o) {
     return std::make_unique<fc::EchoDevice>(fc::LineSettings{o.baud, 'N', 8, 1});
 }
 
+// The scale's boot loader behind the port: one device for all connections.
+int runEthernetScale(const fc::SimOptions& o) {
+    fc::RealPump pump;
+    fc::EthernetScale scale;
+    scale.faults = o.scaleFaults;
+    scale.eraseTime = o.eraseMs * 1000;
+    scale.readBytesPerSecond = o.readRate;
+    scale.receiveBuffer = o.receiveBuffer;
+    std::unique_ptr<fc::TcpDeviceHost> host;
+    try {
+        host = std::make_unique<fc::TcpDeviceHost>(pump, scale, "0.0.0.0", o.tcpPort);
+    } catch (const std::exception& e) {
+        std::cerr << "firmcast-sim: " << e.what() << "\n";
+        return 1;
+    }
+    std::cout << "listening on " << host->port() << std::endl;
+
+    std::ofstream log;
+    if (!o.logPath.empty())
+        log.open(o.logPath);
+    size_t types = 0, answers = 0;
+    while (!stopRequested) {
+        pump.doEvents();
+        if (!log.is_open())
+            continue;
+        bool wrote = false;
+        for (; types < scale.types().size(); ++types, wrote = true)
+            log << "message " << types << " type 0x" << std::hex << int(scale.types()[types])
+                << std::dec << "\n";
+        for (; answers < scale.answers().size(); ++answers, wrote = true)
+            log << "answer code " << int(static_cast<unsigned char>(scale.answers()[answers][0]))
+                << " " << scale.answers()[answers].substr(1) << "\n";
+        if (wrote)
+            log.flush();
+    }
+    return 0;
+}
+
 int runTcp(const fc::SimOptions& o) {
+    if (o.kind == "ethernet-scale")
+        return runEthernetScale(o);
     fc::RealPump pump;
     fc::SinkScale sink;
     sink.faults = o.tcpFaults;

@@ -74,6 +74,14 @@ bool tcpOption(const std::string& option, const char* v, SimOptions& out) {
         return count(v, out.tcpFaults.closeAfter);
     if (option == "--reset-after")
         return count(v, out.tcpFaults.resetAfter);
+    if (option == "--stop-reading-at")
+        return count(v, out.scaleFaults.stopReadingAt);
+    long long b = 0;
+    if (option == "--fail-at" && pair(v, a, b) && a >= 0 && b >= 0 && b <= 255) {
+        out.scaleFaults.failAt = static_cast<long>(a);
+        out.scaleFaults.errorNumber = static_cast<int>(b);
+        return true;
+    }
     return false;
 }
 
@@ -117,7 +125,22 @@ std::string simUsage() {
            "  --close-after N         close the connection after N bytes\n"
            "  --reset-after N         reset the connection after N bytes\n"
            "  --log FILE              write the connections and byte counts to FILE\n"
-           "  Counts run over all connections; each fault happens once.\n";
+           "  Counts run over all connections; each fault happens once.\n"
+           "\n"
+           "usage: firmcast-sim --tcp PORT --device ethernet-scale [options]\n"
+           "  A scale's Ethernet boot loader that takes the loader's messages of 1029\n"
+           "  bytes, keeps its flash and answers code 3 after its erase, code 5 with\n"
+           "  its checksum after 0x67, and code 10 when told to fail.\n"
+           "  --erase-ms N            how long the flash erase takes (default 2000)\n"
+           "  --read-rate N           read N bytes a second (default 0: at once)\n"
+           "  --receive-buffer N      the socket's receive buffer (default 2048)\n"
+           "  --stop-reading-at K     read no further than message K (from 0)\n"
+           "  --fail-at K:E           answer message K with code 10, error E, then read no more\n"
+           "  --wrong-checksum        report a checksum one more than the image's\n"
+           "  --silent-erase          erase without answering code 3\n"
+           "  --split-answers         send every answer in two segments\n"
+           "  --log FILE              write the message types taken and the answers to FILE\n"
+           "  Messages count over one connection.\n";
 }
 
 bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error) {
@@ -139,11 +162,18 @@ bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error)
             out.wantsMac = true;
         } else if (option == "--silent-end") {
             out.silentEndCommand = true;
+        } else if (option == "--wrong-checksum") {
+            out.scaleFaults.wrongChecksum = true;
+        } else if (option == "--silent-erase") {
+            out.scaleFaults.silentErase = true;
+        } else if (option == "--split-answers") {
+            out.scaleFaults.splitAnswers = true;
         } else if (!value(v)) {
             return false;
         } else if (option == "--device") {
             out.kind = v;
-            if (out.kind != "numbered" && out.kind != "banked" && out.kind != "echo") {
+            if (out.kind != "numbered" && out.kind != "banked" && out.kind != "echo" &&
+                out.kind != "ethernet-scale") {
                 error = "unknown device " + out.kind;
                 return false;
             }
@@ -175,6 +205,10 @@ bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error)
             error = "bad option or value: " + option + " " + v;
             return false;
         }
+    }
+    if (out.kind == "ethernet-scale" && out.tcpPort < 0) {
+        error = "--device ethernet-scale needs --tcp PORT";
+        return false;
     }
     return true;
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "sim/device_faults.h"
+#include "sim/ethernet_scale.h"
 #include "sim/sink_scale.h"
 
 namespace fc {
@@ -14,7 +15,9 @@ namespace fc {
 class SerialDevice;
 
 struct SimOptions {
-    std::string kind = "numbered";  // numbered, banked or echo
+    // numbered, banked or echo on a pty; sink (the default) or
+    // ethernet-scale behind a TCP port.
+    std::string kind = "numbered";
     int baud = 57600;
     long long eraseMs = 2000;
     long long bankMs = 200;  // a banked device recording a bank
@@ -31,6 +34,7 @@ struct SimOptions {
     double readRate = 0;  // bytes a second, 0 at once
     int receiveBuffer = 2048;
     SinkScale::Faults tcpFaults;
+    EthernetScale::Faults scaleFaults;  // --device ethernet-scale
 };
 
 bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error);

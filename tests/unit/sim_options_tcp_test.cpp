@@ -73,5 +73,52 @@ TEST(SimOptionsTcp, TheUsageTellsTheTcpMode) {
         EXPECT_NE(usage.find(option), std::string::npos) << option;
 }
 
+TEST(SimOptionsTcp, TakesTheEthernetScaleAndItsFaults) {
+    SimOptions o;
+    std::string error;
+    ASSERT_TRUE(parse(
+        {"--tcp", "3000", "--device", "ethernet-scale", "--erase-ms", "500", "--stop-reading-at",
+         "7", "--fail-at", "4:0xA7", "--wrong-checksum", "--silent-erase", "--split-answers"},
+        o, error))
+        << error;
+    EXPECT_EQ(o.kind, "ethernet-scale");
+    EXPECT_EQ(o.tcpPort, 3000);
+    EXPECT_EQ(o.eraseMs, 500);
+    EXPECT_EQ(o.scaleFaults.stopReadingAt, 7);
+    EXPECT_EQ(o.scaleFaults.failAt, 4);
+    EXPECT_EQ(o.scaleFaults.errorNumber, 0xA7);
+    EXPECT_TRUE(o.scaleFaults.wrongChecksum);
+    EXPECT_TRUE(o.scaleFaults.silentErase);
+    EXPECT_TRUE(o.scaleFaults.splitAnswers);
+    EXPECT_FALSE(o.scaleFaults.refuseConnections);
+}
+
+TEST(SimOptionsTcp, TheEthernetScaleKeepsItsFaultsOffUnlessAsked) {
+    SimOptions o;
+    std::string error;
+    ASSERT_TRUE(parse({"--tcp", "0", "--device", "ethernet-scale"}, o, error)) << error;
+    EXPECT_EQ(o.scaleFaults.stopReadingAt, -1);
+    EXPECT_EQ(o.scaleFaults.failAt, -1);
+    EXPECT_FALSE(o.scaleFaults.wrongChecksum);
+    EXPECT_FALSE(o.scaleFaults.silentErase);
+    EXPECT_FALSE(o.scaleFaults.splitAnswers);
+}
+
+TEST(SimOptionsTcp, TheEthernetScaleRefusesBadValuesAndNeedsAPort) {
+    for (std::vector<std::string> words : std::vector<std::vector<std::string>>{
+             {"--device", "ethernet-scale"},
+             {"--tcp", "0", "--device", "ethernet-scale", "--fail-at", "4"},
+             {"--tcp", "0", "--device", "ethernet-scale", "--fail-at", "4:256"},
+             {"--tcp", "0", "--device", "ethernet-scale", "--stop-reading-at", "-1"}}) {
+        SimOptions o;
+        std::string error;
+        EXPECT_FALSE(parse(words, o, error)) << words.back();
+        EXPECT_FALSE(error.empty()) << words.back();
+    }
+    for (const char* option : {"ethernet-scale", "--stop-reading-at", "--fail-at",
+                               "--wrong-checksum", "--silent-erase", "--split-answers"})
+        EXPECT_NE(simUsage().find(option), std::string::npos) << option;
+}
+
 }  // namespace
 }  // namespace fc
