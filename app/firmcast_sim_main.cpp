@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -56,17 +57,15 @@ std::unique_ptr<fc::SerialDevice> makeDevice(const fc::SimOptions& o) {
     return std::make_unique<fc::EchoDevice>(fc::LineSettings{o.baud, 'N', 8, 1});
 }
 
-// The scale's boot loader behind the port: one device for all connections.
-int runEthernetScale(const fc::SimOptions& o) {
+// Puts `device` behind a listening port, says the port on the first line and
+// runs until a signal; each turn, `logTurn` writes to the log (when there is
+// one) what has happened since the last.
+int serve(fc::TcpDevice& device, const fc::SimOptions& o,
+          const std::function<void(std::ofstream& log)>& logTurn) {
     fc::RealPump pump;
-    fc::EthernetScale scale;
-    scale.faults = o.scaleFaults;
-    scale.eraseTime = o.eraseMs * 1000;
-    scale.readBytesPerSecond = o.readRate;
-    scale.receiveBuffer = o.receiveBuffer;
     std::unique_ptr<fc::TcpDeviceHost> host;
     try {
-        host = std::make_unique<fc::TcpDeviceHost>(pump, scale, "0.0.0.0", o.tcpPort);
+        host = std::make_unique<fc::TcpDeviceHost>(pump, device, "0.0.0.0", o.tcpPort);
     } catch (const std::exception& e) {
         std::cerr << "firmcast-sim: " << e.what() << "\n";
         return 1;
@@ -76,11 +75,23 @@ int runEthernetScale(const fc::SimOptions& o) {
     std::ofstream log;
     if (!o.logPath.empty())
         log.open(o.logPath);
-    size_t types = 0, answers = 0;
     while (!stopRequested) {
         pump.doEvents();
-        if (!log.is_open())
-            continue;
+        if (log.is_open())
+            logTurn(log);
+    }
+    return 0;
+}
+
+// The scale's boot loader behind the port: one device for all connections.
+int runEthernetScale(const fc::SimOptions& o) {
+    fc::EthernetScale scale;
+    scale.faults = o.scaleFaults;
+    scale.eraseTime = o.eraseMs * 1000;
+    scale.readBytesPerSecond = o.readRate;
+    scale.receiveBuffer = o.receiveBuffer;
+    size_t types = 0, answers = 0;
+    return serve(scale, o, [&](std::ofstream& log) {
         bool wrote = false;
         for (; types < scale.types().size(); ++types, wrote = true)
             log << "message " << types << " type 0x" << std::hex << int(scale.types()[types])
@@ -90,38 +101,20 @@ int runEthernetScale(const fc::SimOptions& o) {
                 << " " << scale.answers()[answers].substr(1) << "\n";
         if (wrote)
             log.flush();
-    }
-    return 0;
+    });
 }
 
 int runTcp(const fc::SimOptions& o) {
     if (o.kind == "ethernet-scale")
         return runEthernetScale(o);
-    fc::RealPump pump;
     fc::SinkScale sink;
     sink.faults = o.tcpFaults;
     sink.readBytesPerSecond = o.readRate;
     sink.receiveBuffer = o.receiveBuffer;
     sink.keepLimit = 0;  // a long-running simulator only counts
-    std::unique_ptr<fc::TcpDeviceHost> host;
-    try {
-        host = std::make_unique<fc::TcpDeviceHost>(pump, sink, "0.0.0.0", o.tcpPort);
-    } catch (const std::exception& e) {
-        std::cerr << "firmcast-sim: " << e.what() << "\n";
-        return 1;
-    }
-    std::cout << "listening on " << host->port() << std::endl;
-
-    std::ofstream log;
-    if (!o.logPath.empty())
-        log.open(o.logPath);
     size_t logged = 0;
-    while (!stopRequested) {
-        pump.doEvents();
-        if (log.is_open())
-            logged = fc::logNewSinkEvents(sink, logged, log);
-    }
-    return 0;
+    return serve(sink, o,
+                 [&](std::ofstream& log) { logged = fc::logNewSinkEvents(sink, logged, log); });
 }
 
 }  // namespace
