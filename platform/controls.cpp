@@ -239,12 +239,14 @@ void ListView::setFullRowSelect(bool on) {
 
 void ListView::clearRows() {
     rows_.clear();
+    icons_.clear();
     selected_ = -1;
     changed();
 }
 
 void ListView::addRow(const std::vector<std::string>& texts) {
     rows_.push_back(texts);
+    icons_.push_back(0);
     changed();
 }
 
@@ -257,6 +259,19 @@ void ListView::setCell(int row, int column, const std::string& text) {
         cells.resize(column + 1);
     cells[column] = text;
     changed();
+}
+
+void ListView::setSmallIcon(int row, int icon) {
+    if (row < 0 || row >= static_cast<int>(rows_.size()))
+        throw RuntimeError(35600, "Index out of bounds");
+    if (icons_[row] == icon)
+        return;
+    icons_[row] = icon;
+    changed();
+}
+
+int ListView::smallIcon(int row) const {
+    return row >= 0 && row < static_cast<int>(icons_.size()) ? icons_[row] : 0;
 }
 
 void ListView::setSelectedRow(int row) {

@@ -235,6 +235,10 @@ class ListView : public Control {
     void addRow(const std::vector<std::string>& texts);
     void setCell(int row, int column, const std::string& text);
     const std::vector<std::vector<std::string>>& rows() const { return rows_; }
+    // The small icon before a row's first cell: 0 none, else the number of a
+    // picture in the view's icon list (1 done, 2 failed for the scale list).
+    void setSmallIcon(int row, int icon);
+    int smallIcon(int row) const;
     int selectedRow() const { return selected_; }
     void setSelectedRow(int row);
 
@@ -243,6 +247,7 @@ class ListView : public Control {
     std::vector<int> widths_;
     bool fullRowSelect_ = false;
     std::vector<std::vector<std::string>> rows_;
+    std::vector<int> icons_;
     int selected_ = -1;
 };
 

@@ -1,6 +1,7 @@
 // What a screen of the system is handed to reach the world: its pump, its
 // dialogs, its serial ports, its files and drives, where the program lives,
-// and the machine's file system, calendar, kernel objects and databases.
+// and the machine's file system, calendar, kernel objects, databases and
+// network.
 // Each program (GUI, headless, tests) builds one and passes it down; nothing
 // here is global.
 #pragma once
@@ -18,6 +19,7 @@ class FileSystem;
 class KernelObjects;
 class Calendar;
 class DatabaseEngine;
+class Network;
 
 struct Services {
     Pump& pump;
@@ -32,6 +34,8 @@ struct Services {
     KernelObjects& kernel;
     const Calendar& calendar;
     DatabaseEngine& databases;
+    // The machine's network: sockets, the address table, the echo.
+    Network& network;
 };
 
 }  // namespace fc

@@ -13,7 +13,7 @@ LinuxMachine::LinuxMachine(Drives d) : drives(std::move(d)) {}
 Services LinuxMachine::services(Pump& pump, Dialogs& dialogs, SerialPortOpener& serialPorts,
                                 FileTable& files, const std::string& programFolder) {
     return Services{pump,   dialogs,    serialPorts, files,    programFolder,
-                    drives, fileSystem, kernel,      calendar, databases};
+                    drives, fileSystem, kernel,      calendar, databases, network};
 }
 
 }  // namespace fc

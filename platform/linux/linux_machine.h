@@ -1,5 +1,5 @@
 // The machine's own pieces that a program's services stand on: its file
-// system, calendar, kernel objects, database engine and drives. A program
+// system, calendar, kernel objects, database engine, network and drives. A program
 // makes one (its drives as its environment names them) and builds its
 // Services from it; a test may name the drives itself.
 #pragma once
@@ -8,6 +8,7 @@
 
 #include "platform/drives.h"
 #include "platform/linux/linux_file_system.h"
+#include "platform/linux/linux_network.h"
 #include "platform/linux/posix_kernel_objects.h"
 #include "platform/linux/sqlite_database.h"
 #include "platform/linux/system_calendar.h"
@@ -29,6 +30,7 @@ struct LinuxMachine {
     PosixKernelObjects kernel;
     SystemCalendar calendar;
     SqliteDatabaseEngine databases;
+    LinuxNetwork network;
 };
 
 }  // namespace fc

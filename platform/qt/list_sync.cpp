@@ -1,7 +1,9 @@
 #include "platform/qt/list_sync.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QListWidget>
+#include <QStyle>
 #include <QTreeWidget>
 
 #include "platform/controls.h"
@@ -38,6 +40,23 @@ void syncRow(QTreeWidgetItem* item, const QStringList& cells) {
     for (int c = cells.size(); c < item->columnCount(); ++c) item->setText(c, QString());
 }
 
+// The row's small icon: 1 a tick for done, 2 a cross for failed, drawn from
+// the style's standard pictures so that no file is needed.
+void syncIcon(QTreeWidgetItem* item, int icon) {
+    const QVariant want(icon);
+    if (item->data(0, Qt::UserRole) == want)
+        return;
+    item->setData(0, Qt::UserRole, want);
+    QStyle* style = QApplication::style();
+    if (icon == 1) {
+        item->setIcon(0, style->standardIcon(QStyle::SP_DialogApplyButton));
+    } else if (icon == 2) {
+        item->setIcon(0, style->standardIcon(QStyle::SP_MessageBoxCritical));
+    } else {
+        item->setIcon(0, QIcon());
+    }
+}
+
 void syncRows(const ListView& view, QTreeWidget* tree) {
     const auto& rows = view.rows();
     const int count = static_cast<int>(rows.size());
@@ -47,6 +66,7 @@ void syncRows(const ListView& view, QTreeWidget* tree) {
         if (item == nullptr)
             item = new QTreeWidgetItem(tree);
         syncRow(item, toQStringList(rows[r]));
+        syncIcon(item, view.smallIcon(r));
     }
 }
 

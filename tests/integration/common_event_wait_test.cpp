@@ -14,6 +14,7 @@
 #include "platform/linux/posix_kernel_objects.h"
 #include "platform/linux/real_pump.h"
 #include "tests/unit/common_fixture.h"
+#include "virtual/virtual_network.h"
 
 namespace fc {
 namespace {
@@ -42,8 +43,9 @@ struct RealEventRig {
     VirtualCalendar calendar{pump, LocalDateTime{}};
     SqliteDatabaseEngine databases;
     Drives drives;  // none: the tests name host paths
-    Services services{pump,   dialogs,    serialPorts, files,    home.str(),
-                      drives, fileSystem, kernel,      calendar, databases};
+    VirtualNetwork network{pump};
+    Services services{pump,       dialogs, serialPorts, files,     home.str(), drives,
+                      fileSystem, kernel,  calendar,    databases, network};
     CommonModule c{services};
 
     ~RealEventRig() {

@@ -14,6 +14,7 @@
 #include "platform/screen.h"
 #include "support/mac_store.h"
 #include "unit/common_fixture.h"
+#include "virtual/virtual_network.h"
 
 namespace fc::test {
 
@@ -43,8 +44,9 @@ struct MacRig {
     VirtualCalendar calendar{pump, LocalDateTime{2005, 3, 21, 10, 42, 0}};
     SqliteDatabaseEngine databases;
     Drives drives;  // none: the tests name host paths
-    Services services{pump,   dialogs,    serialPorts, files,    home.str(),
-                      drives, fileSystem, kernel,      calendar, databases};
+    VirtualNetwork network{pump};
+    Services services{pump,       dialogs, serialPorts, files,     home.str(), drives,
+                      fileSystem, kernel,  calendar,    databases, network};
     CommonModule c{services};
     bool mainUnloaded = false;
     MacModule m{c, store.odbc, store.source(), nullptr, [this] { mainUnloaded = true; }};

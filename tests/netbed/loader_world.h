@@ -36,10 +36,10 @@ struct LoaderWorld {
     SystemCalendar calendar;
     SqliteDatabaseEngine databases;
     Drives drives;  // none: the tests name host paths
-    Services services{pump,   dialogs,    serialPorts, files,    home.str(),
-                      drives, fileSystem, kernel,      calendar, databases};
-    CommonModule c{services};
     LinuxNetwork network;
+    Services services{pump,   dialogs,    serialPorts, files,    home.str(),
+                      drives, fileSystem, kernel,      calendar, databases, network};
+    CommonModule c{services};
     WindowTimer TimerClose{pump, "TimerClose"};
     NetworkModule m{c, network, TimerClose};
 };

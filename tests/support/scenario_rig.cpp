@@ -38,7 +38,7 @@ Services ScenarioRig::servicesWith(SerialPortOpener& ports) {
     if (!drives_)
         drives_ = std::make_unique<Drives>(driveRoots_);
     return Services{pump,     dialogs,    ports,  files,    home.path().string(),
-                    *drives_, fileSystem, kernel, calendar, databases};
+                    *drives_, fileSystem, kernel, calendar, databases, network};
 }
 
 Firmcast& ScenarioRig::form() {

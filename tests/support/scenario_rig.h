@@ -19,6 +19,7 @@
 #include "platform/linux/sqlite_database.h"
 #include "virtual/virtual_calendar.h"
 #include "virtual/virtual_kernel_objects.h"
+#include "virtual/virtual_network.h"
 #include "virtual/virtual_pump.h"
 #include "virtual/virtual_serial.h"
 
@@ -56,6 +57,8 @@ class ScenarioRig {
     VirtualKernelObjects kernel{pump};
     VirtualCalendar calendar{pump, LocalDateTime{2005, 3, 21, 10, 42, 0}};
     SqliteDatabaseEngine databases;
+    // The LAN of the scales, on the same clock.
+    VirtualNetwork network{pump};
     LoadHooks hooks;
     OperatorScript script{pump};
 

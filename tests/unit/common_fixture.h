@@ -23,6 +23,7 @@
 #include "platform/services.h"
 #include "virtual/virtual_calendar.h"
 #include "virtual/virtual_kernel_objects.h"
+#include "virtual/virtual_network.h"
 #include "virtual/virtual_pump.h"
 
 namespace fc::commontest {
@@ -80,8 +81,9 @@ struct CommonRig {
     VirtualCalendar calendar{pump, LocalDateTime{2005, 3, 21, 10, 42, 0}};
     SqliteDatabaseEngine databases;
     Drives drives;  // none: the tests name host paths
-    Services services{pump,   dialogs,    serialPorts, files,    home.str(),
-                      drives, fileSystem, kernel,      calendar, databases};
+    VirtualNetwork network{pump};
+    Services services{pump,       dialogs, serialPorts, files,     home.str(), drives,
+                      fileSystem, kernel,  calendar,    databases, network};
     CommonModule c{services};
 
     std::filesystem::path logFile() const { return home / "Balanza_Logs/Errores.log"; }
