@@ -1,7 +1,7 @@
 #include "app/mac_station.h"
 
 #include "control/firmcast_form.h"
-#include "mac/dame_mac_address.h"
+#include "control/mac_steps.h"
 #include "mac/mac_tables.h"
 #include "platform/odbc_ini.h"
 
@@ -11,7 +11,7 @@ MacStation::MacStation(Firmcast& form) : m{form.common(), odbc, kOrigenMac, null
     // The driver manager reads the data sources at the first connection.
     defaultOdbcIni(form.services().programFolder);
     m.descargaPrincipal = [&form] { form.unload(); };
-    form.hooks().DameMACAddress = [this](Firmcast&) { return DameMACAddress(m); };
+    wireMacSteps(form, m);
 }
 
 }  // namespace fc

@@ -1,6 +1,6 @@
 // The MAC database as a loader program reaches it: ODBC through unixODBC,
-// the main screen's module of common procedures, and the screen's hook that
-// asks for the next address. ODBCINI defaults to odbc.ini in the program's
+// the main screen's module of common procedures, and the screen's MAC steps
+// (the next address, the scale record form). ODBCINI defaults to odbc.ini in the program's
 // folder.
 #pragma once
 
@@ -12,7 +12,7 @@ namespace fc {
 class Firmcast;
 
 struct MacStation {
-    // Gives `form` its DameMACAddress; a failure of the register unloads it.
+    // Gives `form` its MAC steps; a failure of the register unloads it.
     explicit MacStation(Firmcast& form);
     MacStation(const MacStation&) = delete;
     MacStation& operator=(const MacStation&) = delete;

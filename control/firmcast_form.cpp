@@ -3,6 +3,7 @@
 #include "control/catalogue.h"
 #include "platform/dialogs.h"
 #include "platform/pump.h"
+#include "platform/socket_state.h"
 
 namespace fc {
 
@@ -14,6 +15,8 @@ Firmcast::Firmcast(Services services, LoadHooks hooks)
       TimerEnvio(services.pump, "TimerEnvio"),
       TimerClose(services.pump, "TimerClose"),
       Linea(services.pump, services.serialPorts),
+      WsckCliente(services.pump, services.network),
+      WsckClienteSiguiente(services.pump, services.network),
       services_(services),
       hooks_(std::move(hooks)),
       panel_{services.pump,  services.dialogs, Linea,      timerout,       tiempo_agotado,
@@ -139,6 +142,22 @@ void Firmcast::wireHandlers() {
     on(optrs232.onClick, &Firmcast::optrs232_Click);
     on(optEthernet.onClick, &Firmcast::optEthernet_Click);
     on(timerout.onTimer, &Firmcast::timerout_Timer);
+    // The Ethernet loader's timers stop themselves when they fire.
+    for (WindowTimer* t : {&TimerConnection, &TimerEnvio, &TimerClose})
+        t->onTimer = [t] { t->setEnabled(false); };
+    auto sendComplete = [this](TcpSocket& socket) {
+        if (socket.state() == sck::kConnected)
+            respuesta_balanza.envio_completo = kTrue;
+    };
+    WsckCliente.onSendComplete = [this, sendComplete] { sendComplete(WsckCliente); };
+    WsckClienteSiguiente.onSendComplete = [this, sendComplete] {
+        sendComplete(WsckClienteSiguiente);
+    };
+    WsckCliente.onDataArrival = [this](Long) {
+        TomaRespuesta(respuesta_balanza, WsckCliente.getData());
+    };
+    // A lost connection is seen through State; the error itself says nothing.
+    WsckCliente.onError = [](Integer, const std::string&) {};
     on(Tiempo1.onTimer, &Firmcast::Tiempo1_Timer);
     on(Dir1.onDblClick, &Firmcast::Dir1_DblClick);
     on(cmdCargaRomG.onClick, &Firmcast::cmdCargaRomG_Click);

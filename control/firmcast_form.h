@@ -12,6 +12,9 @@
 
 #include "common/common_module.h"
 #include "control/load_hooks.h"
+#include "ethernet/ethernet_panel.h"
+#include "ethernet/network_module.h"
+#include "ethernet/respuesta_balanza.h"
 #include "display/frm_carga_display_grafico.h"
 #include "firmware/hex_record.h"
 #include "firmware/mensaje_eth.h"
@@ -20,6 +23,7 @@
 #include "platform/screen.h"
 #include "platform/serial_line.h"
 #include "platform/services.h"
+#include "platform/tcp_socket.h"
 #include "platform/vb_types.h"
 #include "platform/window_timer.h"
 #include "serial/line_panel.h"
@@ -139,6 +143,10 @@ class Firmcast : public Screen {
     WindowTimer TimerEnvio;
     WindowTimer TimerClose;
     SerialLine Linea;
+    // The Ethernet loader's client sockets: the load, and a short connection
+    // of its own for the erase of one scale.
+    TcpSocket WsckCliente;
+    TcpSocket WsckClienteSiguiente;
 
     // ---- Run state ---------------------------------------------------------
     Integer nivel = 0;
@@ -192,6 +200,13 @@ class Firmcast : public Screen {
     std::vector<std::string> lista_balanzas;
     std::vector<bool> estado_balanzas;
     Long puerto_tx = 3000;
+    // The scale the record form is opened for.
+    Integer balanza_actual = 0;
+    // The Ethernet load's last answer from a scale, and its image checksum.
+    RespuestaBalanza respuesta_balanza;
+    // How each scale of the last Ethernet pass ended: "ok: " or "failed: "
+    // and the last text lblInformacion showed during its turn.
+    std::vector<std::string> resultado_balanzas;
 
     // ---- Handlers ----------------------------------------------------------
     void cmdAdelante_Click();
@@ -251,6 +266,10 @@ class Firmcast : public Screen {
     SerialPanel& serialPanel() { return panel_; }
     // What the line protocols use of this screen, for the load in hand.
     LinePanel linePanel();
+    // What the Ethernet loader uses of this screen.
+    EthernetPanel ethernetPanel();
+    // The network procedures on this screen's services and close timer.
+    NetworkModule& red() { return red_; }
     const Services& services() const { return services_; }
     LoadHooks& hooks() { return hooks_; }
     PictureBox& dibujo(int n) { return *Dibujo[n - 1]; }  // n = 1..12
@@ -288,6 +307,10 @@ class Firmcast : public Screen {
     Next reEntry();
     Next serialPath();
     Next ethernetPath();
+    void processEthernetFile();
+    void loadEthernetScales();
+    void endEthernetLoad();
+    void noteScaleResult(int i);
     Next waitInScaleStep();
     void setDrive(const std::string& drive);
     void setFolder(const std::string& folder);
@@ -336,6 +359,7 @@ class Firmcast : public Screen {
     std::unique_ptr<frmCargaMV510> visor_;
     std::unique_ptr<frmCargaDisplayGrafico> display_;
     CommonModule common_{services_};
+    NetworkModule red_{common_, services_.network, TimerClose};
 };
 
 }  // namespace fc

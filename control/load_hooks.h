@@ -1,7 +1,7 @@
 // The engines that a program wires into the main driver, because they are
 // programs of their own or live in subsystems that not every program links:
-// the MAC database, the display driver's event, the scale record form, the
-// Ethernet loader and the starting of another program. Nothing else goes
+// the MAC database, the scale record form on it, and the starting of another
+// program. Nothing else goes
 // through here; the driver calls the rest of the system directly. An engine a
 // program left empty makes the driver do the least that keeps its road as it
 // is, and say so where a person would notice.
@@ -19,12 +19,8 @@ class Firmcast;
 struct LoadHooks {
     // The next MAC address as twelve hex digits, or empty when none is left.
     std::function<std::string(Firmcast&)> DameMACAddress;
-    // The pause after the erase that the display driver may cut short.
-    std::function<void(Firmcast&, int ms)> EsperaEventoRecursos;
     // The scale record form, shown modally.
     std::function<void(Firmcast&)> frmDatosBalanza;
-    // The Ethernet load, from the end of the step 3 wait to the wait for "Again".
-    std::function<void(Firmcast&)> ethernetPath;
     // Starts the Serie_G tool with the command line given; returns its process number.
     std::function<long(const std::string& commandLine)> startProgram;
 };

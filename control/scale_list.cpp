@@ -103,8 +103,9 @@ std::string Firmcast::direccionMostrada(int fila) const {
 // Errors are passed over here: a row past the end of the list gets no address.
 void Firmcast::PrepararListaBalanzas(ListView& lista, int cuantos) {
     lista.setFullRowSelect(true);
-    lista.setColumns({"Scale", "IP Address"});
-    lista.setColumnWidths({700, 800});
+    // The third column tells how each scale's last load ended.
+    lista.setColumns({"Scale", "IP Address", "Result"});
+    lista.setColumnWidths({700, 1500, 4000});
     lista.clearRows();
     for (int i = 1; i <= cuantos; ++i) {
         bool hay = i - 1 < static_cast<int>(lista_balanzas.size());

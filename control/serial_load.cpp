@@ -3,6 +3,7 @@
 // and the result, to the end of the pass. The dialogues with the devices are
 // the line protocols' of the serial subsystem, run on this screen's line panel.
 #include "control/firmcast_form.h"
+#include "common/kernel_waits.h"
 #include "firmware/first_line_checks.h"
 #include "firmware/hex_text.h"
 #include "platform/dialogs.h"
@@ -182,11 +183,8 @@ Firmcast::Next Firmcast::macStep() {
     if (!pide_mac)
         return finishSerialLoad();
     mac_actual = hooks_.DameMACAddress ? hooks_.DameMACAddress(*this) : std::string();
-    if (hooks_.EsperaEventoRecursos) {
-        hooks_.EsperaEventoRecursos(*this, 6000);
-    } else {
-        services_.pump.sleep(6000);
-    }
+    // A fixed pause, which the display driver's event may cut short.
+    EsperaEventoRecursos(common_, 6000);
     if (mac_actual.empty()) {
         services_.dialogs.msgBox("There is no more MACs available");
         Tiempo1.setEnabled(true);

@@ -19,6 +19,7 @@ constexpr Byte kDatos = 0x00;        // data
 constexpr Byte kFinPrograma = 0x01;  // end of the program
 constexpr Byte kDatoBalanza = 0x66;  // one data byte for the scale
 constexpr Byte kFinCarga = 0x67;     // end of the load
+constexpr Byte kMac = 0x68;          // the scale's new MAC address
 }  // namespace tipo_msg
 
 // `numero` of a running number: its hex text left-padded with "0" to four

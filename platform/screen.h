@@ -29,6 +29,10 @@ class Screen {
     void setMousePointer(int pointer);
 
     bool loaded() const { return loaded_; }
+    // Whether the window's Close item (the title bar's cross, Alt+F4) may
+    // close it; a screen that must be left by its own button turns it off.
+    bool closable() const { return closable_; }
+    void setClosable(bool closable) { closable_ = closable; }
     // Marks the window as shown; a renderer shows it.
     void load();
     // Closes the window: runs onUnload first (Form_Unload).
@@ -57,6 +61,7 @@ class Screen {
     std::string caption_;
     int mousePointer_ = 0;
     bool loaded_ = false;
+    bool closable_ = true;
     std::vector<Control*> controls_;
     std::vector<WindowTimer*> timers_;
     Control* focused_ = nullptr;

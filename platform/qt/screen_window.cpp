@@ -48,6 +48,9 @@ ScreenWindow::ScreenWindow(Screen& screen, Pump& pump, QWidget* parent)
       self_(std::make_shared<ScreenWindow*>(this)) {
     build();
     arrange();
+    // No cross in the title bar for a screen that only its own button closes.
+    if (!screen.closable())
+        setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
     followScreen();
     applyScreen();
 }
@@ -146,7 +149,8 @@ bool ScreenWindow::forward(const std::function<void()>& call) {
 void ScreenWindow::closeEvent(QCloseEvent* event) {
     // The model decides: the window hides when the screen has unloaded.
     event->ignore();
-    forward([this] { screen_.unload(); });
+    if (screen_.closable())
+        forward([this] { screen_.unload(); });
 }
 
 }  // namespace fc

@@ -18,7 +18,9 @@ allowed() {
         platform/linux) echo "platform" ;;
         platform/qt) echo "platform platform/linux" ;;
         common | firmware | serial | visor | display) echo "platform common firmware" ;;
-        ethernet | mac) echo "platform common firmware" ;;
+        ethernet) echo "platform common firmware" ;;
+        # The scale record form proves a new address by the echo.
+        mac) echo "platform common firmware ethernet" ;;
         control) echo "platform common firmware serial ethernet mac visor display" ;;
         sim/device) echo "platform" ;;
         sim/host) echo "platform platform/linux sim/device" ;;

@@ -4,6 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "common/kernel_waits.h"
+#include "platform/event_source.h"
+#include "platform/kernel_objects.h"
 #include "serial/line_speeds.h"
 #include "serial/numbered_line.h"
 #include "sim/numbered_scale.h"
@@ -278,26 +281,73 @@ TEST(NumberedLine, AScaleThatAsksForAMacGetsOneAndIsRecorded) {
     config.wantsMac = true;
     NumberedRig rig(config);
     std::vector<std::string> events;
-    rig.hooks.DameMACAddress = [&](Firmcast&) {
+    long long macAt = 0, recordAt = 0;
+    rig.hooks.DameMACAddress = [&](Firmcast& f) {
         events.push_back("mac");
+        macAt = f.services().pump.now();
         return std::string("0011223344AA");
     };
-    rig.hooks.frmDatosBalanza = [&](Firmcast& f) { events.push_back("record " + f.mac_actual); };
-    long long pauseFrom = 0, pauseTo = 0;
-    rig.hooks.EsperaEventoRecursos = [&](Firmcast& f, int ms) {
-        pauseFrom = f.services().pump.now();
-        f.services().pump.sleep(ms);
-        pauseTo = f.services().pump.now();
+    rig.hooks.frmDatosBalanza = [&](Firmcast& f) {
+        events.push_back("record " + f.mac_actual);
+        recordAt = f.services().pump.now();
     };
     rig.load(kSerieW, intelHexFile(3), "1");
     EXPECT_THAT(rig.boxes(), ElementsAre("The scale is ready"));
     EXPECT_THAT(events, ElementsAre("mac", "record 0011223344AA"));
-    EXPECT_EQ(pauseTo - pauseFrom, 6000);
+    // The 6 s pause, then the MAC record on the line and its answer.
+    EXPECT_GE(recordAt - macAt, 6000);
+    EXPECT_LT(recordAt - macAt, 6500);
     EXPECT_EQ(rig.scale.mac(), "0011223344AA");
     const auto& last = rig.scale.frames().back();
     EXPECT_EQ(last.record, hexRecord(0x68, 0, {0x00, 0x11, 0x22, 0x33, 0x44, 0xAA}));
     EXPECT_EQ(last.number, 6);  // the same number as the end command
     EXPECT_TRUE(recordChecksumIsRight(last.record));
+}
+
+// The display driver's side: signals the resource event by its name at the
+// moment it is given, while the program sleeps.
+class DriverSignal : public EventSource {
+  public:
+    DriverSignal(Pump& pump, KernelObjects& kernel) : pump_(pump), kernel_(kernel) {
+        handle_ = kernel_.createEvent(false, false, kEventoRecursos);
+        pump_.add(*this);
+    }
+    ~DriverSignal() override {
+        pump_.remove(*this);
+        kernel_.closeHandle(handle_);
+    }
+    void signalAt(Micros when) { at_ = when; }
+    Micros nextDue() const override { return at_; }
+    void runDue(Micros) override {
+        kernel_.setEvent(handle_);
+        at_ = kNever;
+    }
+    bool runsWhileAsleep() const override { return true; }
+
+  private:
+    Pump& pump_;
+    KernelObjects& kernel_;
+    Handle handle_ = 0;
+    Micros at_ = kNever;
+};
+
+TEST(NumberedLine, TheDisplayDriversEventCutsThePauseAfterTheMacRequestShort) {
+    NumberedScale::Config config;
+    config.wantsMac = true;
+    NumberedRig rig(config);
+    DriverSignal driver(rig.pump, rig.kernel);
+    long long macAt = 0, recordAt = 0;
+    rig.hooks.DameMACAddress = [&](Firmcast& f) {
+        macAt = f.services().pump.now();
+        driver.signalAt(f.services().pump.nowMicros() + 500 * 1000);
+        return std::string("0011223344AA");
+    };
+    rig.hooks.frmDatosBalanza = [&](Firmcast& f) { recordAt = f.services().pump.now(); };
+    rig.load(kSerieW, intelHexFile(3), "1");
+    ASSERT_GT(recordAt, 0);
+    EXPECT_GE(recordAt - macAt, 500);
+    EXPECT_LT(recordAt - macAt, 1000);
+    EXPECT_EQ(rig.scale.mac(), "0011223344AA");
 }
 
 TEST(NumberedLine, NoMacLeftEndsWithoutTheSuccessBox) {

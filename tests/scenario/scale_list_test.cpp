@@ -113,8 +113,9 @@ TEST(ScaleList, TheFileGivesTheCountTheAddressesTheComboTheListAndThePort) {
     EXPECT_EQ(f.cmbbalanza.itemData(1), 1);
     EXPECT_EQ(f.cmbbalanza.listIndex(), 0);
     EXPECT_EQ(f.txtDirTCP.text(), "192.168.1.10");
-    EXPECT_EQ(f.lstBalanzas.columns(), (std::vector<std::string>{"Scale", "IP Address"}));
-    EXPECT_EQ(f.lstBalanzas.columnWidths(), (std::vector<int>{700, 800}));
+    EXPECT_EQ(f.lstBalanzas.columns(),
+              (std::vector<std::string>{"Scale", "IP Address", "Result"}));
+    EXPECT_EQ(f.lstBalanzas.columnWidths(), (std::vector<int>{700, 1500, 4000}));
     EXPECT_TRUE(f.lstBalanzas.fullRowSelect());
     EXPECT_EQ(f.lstBalanzas.rows(), (Rows{{"1", "192.168.1.10"}, {"2", "192.168.1.11"}}));
     EXPECT_EQ(f.lstBalanzas.selectedRow(), 0);

@@ -218,17 +218,24 @@ TEST(StepTable, From2BackGoesTo1) {
 
 TEST(StepTable, From3NextGoesTo4AndTheEthernetLoadRuns) {
     StepRig rig;
-    int stepAtLoad = -1;
-    rig.hooks.ethernetPath = [&stepAtLoad](Firmcast& form) {
-        stepAtLoad = form.paso_asistente;
-        throw ScenarioDone{};
-    };
     Firmcast* f = rig.f();
     rig.toEthernetFileStep();
     rig.script.when([f] { return onFileStep(f); }, "Next", [&rig] { rig.click("cmdAdelante"); });
-    rig.script.when([f] { return onScaleList(f); }, "Next", [&rig] { rig.click("cmdAdelante"); });
+    rig.script.when([f] { return onScaleList(f); }, "Next",
+                    [&rig, f] {
+                        rig.click("cmdAdelante");
+                        EXPECT_EQ(f->paso_asistente, 4);
+                    });
+    rig.stopWhen([f] { return f->cmdAgain.visible(); }, "the pass ended");
     EXPECT_EQ(rig.run(""), -1);
-    EXPECT_EQ(stepAtLoad, 4);
+    // The load prepared the file and gave the screen back for "Again".
+    EXPECT_FALSE(f->cmdSave.enabled());
+    EXPECT_TRUE(f->Text1.enabled());
+    EXPECT_TRUE(f->optProduccion.visible());
+    EXPECT_EQ(f->estado_balanzas.size(), f->lista_balanzas.size());
+    // No file was chosen: both the preparation and the image read say so.
+    EXPECT_EQ(rig.boxes(), (std::vector<std::string>{"Error en Preprocesado del fichero",
+                                                     "52Bad file name or number"}));
 }
 
 TEST(StepTable, From3BackGoesTo2AndEmptiesTheModelLabel) {

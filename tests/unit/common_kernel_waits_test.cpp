@@ -127,7 +127,7 @@ TEST(EsperaMutex, ATimeOutOrAnAbandonedMutexIsMinusOneAndAnythingElseZero) {
     CommonRig rig;
     Services withScriptedWaits{rig.pump,       rig.dialogs,  rig.serialPorts, rig.files,
                                rig.home.str(), rig.drives,   rig.fileSystem,  kernel,
-                               rig.calendar,   rig.databases};
+                               rig.calendar,   rig.databases,  rig.network};
     CommonModule c{withScriptedWaits};
     kernel.result = wait::kTimeout;
     EXPECT_EQ(EsperaMutex(c, 4), -1);
