@@ -26,8 +26,8 @@ Firmcast::Next Firmcast::ethernetPath() {
     Next back = waitInScaleStep();
     if (back != Next::ReEntry)
         return back;
-    for (Control* c : std::initializer_list<Control*>{&Text1, &cmbbalanza, &txtDirTCP, &chkADSL,
-                                                      &cmdSave})
+    for (Control* c :
+         std::initializer_list<Control*>{&Text1, &cmbbalanza, &txtDirTCP, &chkADSL, &cmdSave})
         c->setEnabled(false);
     lblInformacion.setCaption("Processing File ...");
     lblInformacion.setVisible(true);
@@ -70,8 +70,7 @@ void Firmcast::loadEthernetScales() {
 // What the operator keeps of each scale once the run has gone on: the row's
 // result, the same words as the headless program's line.
 void Firmcast::noteScaleResult(int i) {
-    const std::string texto =
-        (estado_balanzas[i] ? "ok: " : "failed: ") + lblInformacion.caption();
+    const std::string texto = (estado_balanzas[i] ? "ok: " : "failed: ") + lblInformacion.caption();
     resultado_balanzas[i] = texto;
     if (i < static_cast<int>(lstBalanzas.rows().size()))
         lstBalanzas.setCell(i, 2, texto);

@@ -11,9 +11,9 @@ namespace fc {
 
 // The answer codes of the scale's boot loader.
 namespace respuesta {
-constexpr Byte kBorrada = 3;    // flash erased
-constexpr Byte kChecksum = 5;   // the checksum of what was loaded
-constexpr Byte kError = 10;     // an error, with its number
+constexpr Byte kBorrada = 3;   // flash erased
+constexpr Byte kChecksum = 5;  // the checksum of what was loaded
+constexpr Byte kError = 10;    // an error, with its number
 }  // namespace respuesta
 
 struct RespuestaBalanza {

@@ -114,9 +114,9 @@ void frmDatosBalanza::muestraNivelYHora() {
 void frmDatosBalanza::pideComprobacion() {
     Dialogs& d = dialogos(p_);
     if (p_.pide_mac) {
-        d.msgBox("Check the MAC Address in PC and in the scale's display are the same " +
-                     p_.mac_actual,
-                 mb::kCritical, kAppTitle);
+        d.msgBox(
+            "Check the MAC Address in PC and in the scale's display are the same " + p_.mac_actual,
+            mb::kCritical, kAppTitle);
         d.msgBox("Push key 'C' in the scale.", mb::kCritical, kAppTitle);
     } else {
         d.msgBox("Check the Serial Number " + txtSerialNumber.text(), mb::kCritical);
@@ -148,8 +148,9 @@ bool frmDatosBalanza::serieValida(const std::string& serie) {
         d.msgBox("The length of the serial number must be minor than 26");
     } else if (serie[0] == 'X') {
         // The label's other barcode, not the serial number.
-        d.msgBox("Introduce el C\xC3\xB3"
-                 "digo de Barras de Arriba");
+        d.msgBox(
+            "Introduce el C\xC3\xB3"
+            "digo de Barras de Arriba");
         txtSerialNumber.setText("");
     } else {
         return true;
@@ -172,11 +173,10 @@ void frmDatosBalanza::anotaSerie(const std::string& serie) {
             notas += "," + textoDe(fila.at(1)) + "," + textoDe(fila.at(0));
         bd.execute("UPDATE " + bd.quote(kTablaDetalleMac) + " SET " + bd.quote("Direccio_MAC") +
                        " = ?, " + bd.quote("Notas") + " = ?, " + bd.quote("Numero_serie") +
-                       " = ?, " + bd.quote("Departamento") + " = ?, " +
-                       bd.quote("fecha_actual") + " = ? WHERE " + bd.quote("Direccio_MAC") +
-                       " = ?",
-                   {txtMAC.text(), notas, serie, Label4.caption(),
-                    p_.mac.c.services.calendar.now(), txtMAC.text()});
+                       " = ?, " + bd.quote("Departamento") + " = ?, " + bd.quote("fecha_actual") +
+                       " = ? WHERE " + bd.quote("Direccio_MAC") + " = ?",
+                   {txtMAC.text(), notas, serie, Label4.caption(), p_.mac.c.services.calendar.now(),
+                    txtMAC.text()});
     }
     CierraBdMac(p_.mac);
 }

@@ -92,6 +92,8 @@ void EthernetScale::take(const std::string& message) {
             scaleBytes_.push_back(message[kHeader]);
             break;
         case kEndOfLoad: {
+            if (faults.silentEndOfLoad)
+                break;
             long checksum = checksumOf(image_);
             if (faults.wrongChecksum)
                 checksum = (checksum + 1) & 0xFFFF;
@@ -101,6 +103,8 @@ void EthernetScale::take(const std::string& message) {
         case kMac:
             for (size_t k = 0; k < mac_.size(); ++k) mac_[k] = byteAt(message, kHeader + k);
             macStored_ = true;
+            if (onMacStored)
+                onMacStored(mac_);
             break;
         default:
             break;
@@ -109,6 +113,11 @@ void EthernetScale::take(const std::string& message) {
         failed_ = true;
         reading = false;
         answer(errorAnswer(faults.errorNumber));
+    }
+    if (index == faults.dropAt) {
+        failed_ = true;
+        reading = false;
+        resetConnection();
     }
 }
 
@@ -129,7 +138,7 @@ void EthernetScale::finishErase() {
     std::fill(image_.begin(), image_.end(), 0xFF);
     erased_ = true;
     if (!faults.silentErase)
-        answer(erasedAnswer());
+        answer(eraseAnswer());
     if (!failed_ && faults.stopReadingAt != connectionMessages_)
         reading = true;
 }
@@ -156,6 +165,10 @@ long EthernetScale::checksumOf(const std::vector<std::uint8_t>& image) {
 // Code 3 alone.
 std::string EthernetScale::erasedAnswer() {
     return std::string(1, static_cast<char>(kErased));
+}
+
+std::string EthernetScale::eraseAnswer() const {
+    return std::string(1, static_cast<char>(faults.eraseCode));
 }
 
 // Code 5; characters 7-8 the high byte and 9-10 the low byte in hex digits,

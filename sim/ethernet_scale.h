@@ -14,6 +14,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -56,6 +57,12 @@ class EthernetScale : public TcpDevice {
         bool wrongChecksum = false;
         // The erase happens but no code 3 follows.
         bool silentErase = false;
+        // The code the erase is answered with, when it is answered.
+        std::uint8_t eraseCode = kErased;
+        // The end of the load (0x67) is taken and never answered.
+        bool silentEndOfLoad = false;
+        // This message is taken whole, then the connection is reset.
+        long dropAt = -1;
         // Read pace in bytes a second; 0 as fast as bytes come.
         double readBytesPerSecond = 0;
         // Every answer goes out as two segments, `splitDelay` apart: its
@@ -67,6 +74,9 @@ class EthernetScale : public TcpDevice {
     // How long the erase of the flash takes; nothing is read meanwhile.
     Micros eraseTime = 2'000'000;
     Faults faults;
+    // Told of a MAC taken from a 0x68 message, which the scale then uses as
+    // its own (its host answers with it from then on).
+    std::function<void(const std::array<std::uint8_t, 6>&)> onMacStored;
 
     // The flash holds 0x00 everywhere until it is erased to 0xFF.
     EthernetScale();
@@ -86,6 +96,8 @@ class EthernetScale : public TcpDevice {
     static long checksumOf(const std::vector<std::uint8_t>& image);
     // The bytes of each answer.
     static std::string erasedAnswer();
+    // What this scale answers after its erase (code 3 unless told otherwise).
+    std::string eraseAnswer() const;
     static std::string checksumAnswer(long checksum);
     static std::string errorAnswer(int errorNumber);
 

@@ -80,6 +80,7 @@ NetResult VirtualNetwork::deleteNeighbour(const NeighbourRow& row) {
     if (found == table_.end())
         return NetResult::Failed;
     table_.erase(found);
+    ++deletions_;
     return NetResult::Done;
 }
 

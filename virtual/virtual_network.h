@@ -79,6 +79,8 @@ class VirtualNetwork : public Network, public EventSource {
 
     // The PC's address table; tests may add rows of their own.
     std::vector<NeighbourRow>& table() { return table_; }
+    // Rows the program has deleted from the table so far.
+    long neighbourDeletions() const { return deletions_; }
     // Echo requests sent to `ip` so far.
     long echoRequests(const Ipv4& ip) const;
 
@@ -119,6 +121,7 @@ class VirtualNetwork : public Network, public EventSource {
 
     Pump& pump_;
     std::vector<std::unique_ptr<VirtualHost>> hosts_;
+    long deletions_ = 0;
     std::multimap<Micros, std::function<void()>> events_;
     std::vector<OptionCall> optionCalls_;
     bool refuseOptions_ = false;

@@ -10,9 +10,18 @@ void VirtualPump::doEvents() {
     ++idlePasses_;
     Micros next = earliestDue(false);
     if (next == kNever) {
-        throw WaitNeverEnds("the program waits at t=" + std::to_string(now_ / 1000) +
-                            " ms, but nothing is scheduled to happen: the wait can never end");
+        // One yield with nothing to do passes a millisecond, as a real pump's
+        // turn does; a wait that goes on finding nothing can never end.
+        if (nothingSince_ == kNever)
+            nothingSince_ = now_;
+        if (now_ - nothingSince_ >= kNothingLimit) {
+            throw WaitNeverEnds("the program waits at t=" + std::to_string(nothingSince_ / 1000) +
+                                " ms, but nothing is scheduled to happen: the wait can never end");
+        }
+        advanceTo(now_ + 1000);
+        return;
     }
+    nothingSince_ = kNever;
     advanceTo(std::min(next, now_ + 1000));
     runDueSources(now_, true);
 }

@@ -20,6 +20,8 @@ class VirtualPump : public Pump {
   public:
     // Runs what is due now; when nothing is, moves the clock to the next
     // scheduled event, but by at most 1 ms, as a real pump blocks at most 1 ms.
+    // When nothing at all is scheduled it moves the clock 1 ms; after a
+    // minute of such yields the wait is reported as one that never ends.
     void doEvents() override;
 
     // Moves the clock on by `ms`. The outside world (simulated devices, wires)
@@ -37,6 +39,9 @@ class VirtualPump : public Pump {
   private:
     Micros now_ = 0;
     long idlePasses_ = 0;
+    // Since when the program's yields have found nothing at all scheduled.
+    Micros nothingSince_ = kNever;
+    static constexpr Micros kNothingLimit = 60'000'000;
 };
 
 }  // namespace fc
