@@ -144,6 +144,16 @@ void operatorType(Screen& screen, const std::string& name, const std::string& te
     }
 }
 
+void operatorScan(Screen& screen, const std::string& name, const std::string& text) {
+    Control& control = reach(screen, name);
+    if (control.kind() != Control::Kind::TextBox)
+        throw OperatorCannot(name + " does not take a barcode");
+    control.setFocus();
+    static_cast<TextBox&>(control).setText("");
+    operatorType(screen, name, text);
+    operatorKey(screen, name, 13);
+}
+
 void operatorKey(Screen& screen, const std::string& name, Integer keyAscii) {
     Control& control = reach(screen, name);
     control.setFocus();

@@ -85,6 +85,9 @@ void operatorClick(Screen& screen, const std::string& name);
 void operatorDblClick(Screen& screen, const std::string& name);
 void operatorType(Screen& screen, const std::string& name, const std::string& text);
 void operatorKey(Screen& screen, const std::string& name, Integer keyAscii);
+// A barcode reader into the field with its text selected: the read replaces
+// the text, and ends with Enter.
+void operatorScan(Screen& screen, const std::string& name, const std::string& text);
 void operatorSelect(Screen& screen, const std::string& name, int index);
 // Selects the entry whose text is `text` in a list.
 void operatorSelectText(Screen& screen, const std::string& name, const std::string& text);
