@@ -12,7 +12,9 @@
 
 #include "app/batch_exit.h"
 #include "app/batch_progress.h"
+#include "app/batch_record_form.h"
 #include "app/batch_world.h"
+#include "app/mac_station.h"
 #include "app/port_notices.h"
 #include "common/error_log.h"
 #include "firmware/file_check.h"
@@ -39,11 +41,12 @@ struct LoadStopped {
 
 class LoadScript {
   public:
-    LoadScript(const Options& options, BatchWorld& world, Firmcast& form, std::ostream& err,
-               SerialLoadFollower* follower)
+    LoadScript(const Options& options, BatchWorld& world, Firmcast& form, std::ostream& out,
+               std::ostream& err, SerialLoadFollower* follower)
         : options_(options),
           world_(world),
           form_(form),
+          out_(out),
           err_(err),
           follower_(follower),
           script_(world.pump) {}
@@ -60,10 +63,16 @@ class LoadScript {
                      "choose the file", [this] { chooseFile(); });
         if (options_.ethernet) {
             script_.when([f] { return f->paso_asistente == 3 && f->frBalanzasEth.visible(); },
-                         "the scale list", [this] { stopBeforeEthernetLoad(); });
+                         "the scale list", [this] { enterScaleList(); });
         }
         planPassEnd(1);
-        script_.endWhenStuck([this](const std::string&) { throw LoadStopped{whereItStopped()}; });
+        // The record form is answered wherever it opens: the script's own
+        // steps wait for the end of the pass meanwhile.
+        script_.endWhenStuck([this](const std::string&) {
+            if (recordForms_.answer())
+                return;
+            throw LoadStopped{whereItStopped()};
+        });
     }
 
     int passesFailed() const { return failed_; }
@@ -90,14 +99,12 @@ class LoadScript {
         operatorClick(form_, "cmdAdelante");
     }
 
-    void stopBeforeEthernetLoad() {
+    void enterScaleList() {
         if (!options_.scales.empty() || options_.save)
             introduceListaBalanzas(form_, options_.scales, options_.save);
-        err_ << "firmcast-batch: the Ethernet load is not available in this build; stopped at the "
-                "scale list"
-             << std::endl;
-        failed_ = options_.passes;
-        throw LoadEnded{};
+        if (options_.adsl && form_.chkADSL.value() == 0)
+            operatorClick(form_, "chkADSL");
+        operatorClick(form_, "cmdAdelante");
     }
 
     // At the end of pass `pass`: judge it, then go on to the next or stop.
@@ -108,7 +115,7 @@ class LoadScript {
     }
 
     void passEnded(int pass) {
-        bool ready = false;
+        bool ready = options_.ethernet ? reportScales(form_, out_) : false;
         const auto& boxes = world_.dialogs.boxes();
         for (std::size_t i = boxesSeen_; i < boxes.size(); ++i)
             ready = ready || boxes[i].text == "The scale is ready";
@@ -168,7 +175,10 @@ class LoadScript {
     const Options& options_;
     BatchWorld& world_;
     Firmcast& form_;
+    std::ostream& out_;
     std::ostream& err_;
+    RecordFormAnswers recordForms_{form_, world_.dialogs, options_.serials,
+                                   [this](const std::string& why) { throw LoadStopped{why}; }};
     SerialLoadFollower* follower_;
     OperatorScript script_;
     std::size_t boxesSeen_ = 0;
@@ -237,7 +247,9 @@ int runLoad(const Options& options, std::ostream& out, std::ostream& err) {
         follower = std::make_unique<SerialLoadFollower>(
             form, *report, "COM" + std::to_string(options.com), countLines(file));
     }
-    LoadScript script(options, world, form, err, follower.get());
+    // The MAC addresses and the record form, as in the window.
+    MacStation macStation(form);
+    LoadScript script(options, world, form, out, err, follower.get());
     script.plan();
     try {
         form.Form_Load(options.level);

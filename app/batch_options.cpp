@@ -103,6 +103,8 @@ void checkLoad(const Options& o) {
         throw UsageError{"give either --com N or --ethernet"};
     if (o.ethernet && o.model != 0 && o.model != 6 && o.model != 8)
         throw UsageError{"only models 0, 6 and 8 are loaded over Ethernet"};
+    if (o.adsl && !o.ethernet)
+        throw UsageError{"--adsl is a box of the Ethernet scale list: it goes with --ethernet"};
     if (!o.speed.empty() && o.ethernet)
         throw UsageError{
             "--speed is the speed of a serial line: it goes with --com, not --ethernet"};
@@ -111,7 +113,7 @@ void checkLoad(const Options& o) {
                          " always starts at 57600 and its speed list cannot be changed"};
 }
 
-const std::set<std::string> kFlags = {"--ethernet", "--save", "--check-file"};
+const std::set<std::string> kFlags = {"--ethernet", "--save", "--check-file", "--adsl"};
 const std::set<std::string> kValued = {"--level",  "--model",  "--com",    "--speed",   "--file",
                                        "--passes", "--serial", "--scales", "--progress"};
 
@@ -152,6 +154,7 @@ Options parseLoadOptions(const std::vector<std::string>& args) {
                 throw UsageError{option + " takes no value"};
             (option == "--ethernet" ? o.ethernet
              : option == "--save"   ? o.save
+             : option == "--adsl"   ? o.adsl
                                     : o.checkFile) = true;
             continue;
         }
@@ -231,9 +234,14 @@ std::string usageText() {
            "                      19200, 14400, 9600, 2400, 1200) for models 0, 6 and 8 on\n"
            "                      RS-232; 2400 and 1200 run at 9600\n"
            "--passes K            load K devices in Production Way (1)\n"
-           "--serial SN           what the operator types into the scale-record form;\n"
-           "                      may be repeated, one per form\n"
-           "--scales IP[,IP...]   the Ethernet scale list; --save presses Save Config\n"
+           "--serial SN           a serial number read into the next scale-record form as\n"
+           "                      a barcode reader does (the field's text replaced, then\n"
+           "                      Enter); repeated, one per form, in order; a form with\n"
+           "                      none left is accepted as it stands\n"
+           "--adsl                tick the ADSL box of the Ethernet scale list\n"
+           "--scales IP[,IP...]   the Ethernet scale list; --save presses Save Config; at\n"
+           "                      the end of each pass one line a scale on standard\n"
+           "                      output: \"scale <n>: <ip> <ok|failed>: <its last text>\"\n"
            "--check-file          refuse a file with a line that is not a sound record\n"
            "                      (its form or its checksum) before the port is opened\n"
            "--progress HOW        auto (bar on a terminal, plain otherwise), bar, plain\n"

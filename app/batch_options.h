@@ -37,6 +37,7 @@ struct Options {
     std::vector<std::string> serials;  // typed into the scale-record form, one per form
     std::vector<std::string> scales;   // the Ethernet scale list
     bool save = false;                 // press Save Config on the scale list
+    bool adsl = false;                 // tick the ADSL box of the scale list
     bool checkFile = false;            // refuse a file with a bad line before the port opens
     Progress progress = Progress::Auto;
 };

@@ -37,6 +37,8 @@ Firmcast::Next Firmcast::ethernetPath() {
     if (!fichero_procesado)
         processEthernetFile();
     estado_balanzas.assign(lista_balanzas.size(), false);
+    // A scale that is not loaded keeps what the preparation left.
+    resultado_balanzas.assign(lista_balanzas.size(), lblInformacion.caption());
     if (fichero_procesado)
         loadEthernetScales();
     endEthernetLoad();
@@ -58,7 +60,6 @@ void Firmcast::processEthernetFile() {
 }
 
 void Firmcast::loadEthernetScales() {
-    resultado_balanzas.assign(lista_balanzas.size(), "");
     for (std::size_t i = 0; i < lista_balanzas.size(); ++i) {
         if (static_cast<int>(i) < static_cast<int>(lstBalanzas.rows().size()))
             lstBalanzas.setCell(static_cast<int>(i), 2, "");
@@ -68,12 +69,13 @@ void Firmcast::loadEthernetScales() {
 }
 
 // What the operator keeps of each scale once the run has gone on: the row's
-// result, the same words as the headless program's line.
+// result, "ok" or "failed" and the last text of the scale's turn, the same
+// words as the headless program's line.
 void Firmcast::noteScaleResult(int i) {
-    const std::string texto = (estado_balanzas[i] ? "ok: " : "failed: ") + lblInformacion.caption();
-    resultado_balanzas[i] = texto;
+    resultado_balanzas[i] = lblInformacion.caption();
     if (i < static_cast<int>(lstBalanzas.rows().size()))
-        lstBalanzas.setCell(i, 2, texto);
+        lstBalanzas.setCell(i, 2,
+                            (estado_balanzas[i] ? "ok: " : "failed: ") + resultado_balanzas[i]);
 }
 
 void Firmcast::endEthernetLoad() {

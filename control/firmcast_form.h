@@ -204,8 +204,8 @@ class Firmcast : public Screen {
     Integer balanza_actual = 0;
     // The Ethernet load's last answer from a scale, and its image checksum.
     RespuestaBalanza respuesta_balanza;
-    // How each scale of the last Ethernet pass ended: "ok: " or "failed: "
-    // and the last text lblInformacion showed during its turn.
+    // The last text lblInformacion showed during each scale's turn of the
+    // last Ethernet pass; with estado_balanzas, how each scale ended.
     std::vector<std::string> resultado_balanzas;
 
     // ---- Handlers ----------------------------------------------------------

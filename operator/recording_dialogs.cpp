@@ -24,7 +24,7 @@ void RecordingDialogs::showModal(Screen& screen) {
     screen.load();
     modal_.push_back(&screen);
     struct Shown {
-        std::vector<const Screen*>& modal;
+        std::vector<Screen*>& modal;
         ~Shown() { modal.pop_back(); }
     } shown{modal_};
     while (screen.loaded()) pump_.doEventsForOperator();

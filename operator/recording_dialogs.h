@@ -37,6 +37,7 @@ class RecordingDialogs : public Dialogs {
     const std::vector<ShownBox>& boxes() const { return boxes_; }
     // The modal screen shown now (the innermost), or null.
     const Screen* modalScreen() const { return modal_.empty() ? nullptr : modal_.back(); }
+    Screen* modalScreen() { return modal_.empty() ? nullptr : modal_.back(); }
     std::vector<std::string> texts() const;
     void clear() { boxes_.clear(); }
 
@@ -44,7 +45,7 @@ class RecordingDialogs : public Dialogs {
     Pump& pump_;
     std::vector<ShownBox> boxes_;
     std::deque<int> answers_;
-    std::vector<const Screen*> modal_;
+    std::vector<Screen*> modal_;
 };
 
 }  // namespace fc

@@ -42,7 +42,7 @@ TEST(EthernetLoad, AGoodScaleIsLoadedAndTheChecksumAgrees) {
     EXPECT_EQ(f.estado_balanzas, std::vector<bool>{true});
     EXPECT_EQ(f.lstBalanzas.smallIcon(0), kIconoEnviado);
     EXPECT_EQ(f.lstBalanzas.rows().at(0).at(2), "ok: Scale 1 loaded OK");
-    EXPECT_EQ(f.resultado_balanzas, std::vector<std::string>{"ok: Scale 1 loaded OK"});
+    EXPECT_EQ(f.resultado_balanzas, std::vector<std::string>{"Scale 1 loaded OK"});
     EthernetScale& scale = rig.scale(1).last();
     EXPECT_EQ(EthernetScale::checksumOf(scale.image()), f.checksum_memoria);
     EXPECT_EQ(f.respuesta_balanza.checksum_balanza, f.checksum_memoria);
@@ -127,8 +127,8 @@ TEST(EthernetLoad, AListWithTheFirstScaleSwitchedOffCostsThatScaleOnlyTheConnect
     long long roundTripMs = rig.network.roundTrip / 1000;
     EXPECT_GE(secondTurn - start, 1000 + 100 + 500);
     EXPECT_LE(secondTurn - start, 1000 + 100 + 500 + roundTripMs + 5);
-    EXPECT_EQ(f.resultado_balanzas.at(0), "failed: 1");
-    EXPECT_EQ(f.resultado_balanzas.at(1), "ok: Scale 2 loaded OK");
+    EXPECT_EQ(f.resultado_balanzas.at(0), "1");
+    EXPECT_EQ(f.resultado_balanzas.at(1), "Scale 2 loaded OK");
 }
 
 TEST(EthernetLoad, ASendThatIsNotTakenIn500MsWaitsForTheErrorAndFailsTheScale) {
@@ -468,14 +468,15 @@ TEST(EthernetLoad, AScaleThatFailsItsChecksumAfterItWasGivenAMacStillOpensTheRec
     // Only the icon and the text tell of the failure: no box.
     EXPECT_TRUE(rig.dialogs.boxes().empty());
     EXPECT_EQ(f.lstBalanzas.smallIcon(0), kIconoFallo);
-    EXPECT_EQ(f.resultado_balanzas.at(0), "failed: Scale 1 Checksum Error");
+    EXPECT_EQ(f.resultado_balanzas.at(0), "Scale 1 Checksum Error");
+    EXPECT_EQ(f.lstBalanzas.rows().at(0).at(2), "failed: Scale 1 Checksum Error");
     // The next scale still gets the whole list, its own 0x67 and 0x68.
     std::vector<std::uint8_t> types = rig.scale(2).last().types();
     ASSERT_GE(types.size(), 2u);
     EXPECT_EQ(types[types.size() - 2], 0x67);
     EXPECT_EQ(types.back(), kMacType);
     EXPECT_EQ(rig.scale(2).last().mac(), ourMac(0x42));
-    EXPECT_EQ(f.resultado_balanzas.at(1), "ok: Scale 2 loaded OK");
+    EXPECT_EQ(f.resultado_balanzas.at(1), "Scale 2 loaded OK");
 }
 
 TEST(EthernetLoad, ProductionWayLoadsTheSameMessagesAgainWithoutPreparingTheFileAnew) {
