@@ -167,6 +167,66 @@ INSTANTIATE_TEST_SUITE_P(
 namespace fc::test {
 namespace {
 
+// A simulated scale behind a real port of this machine's loopback.
+struct LoopbackScale {
+    explicit LoopbackScale(const std::vector<std::string>& faults = {})
+        : process(words(faults)) {
+        std::sscanf(process.firstLine().c_str(), "listening on %d", &port);
+    }
+    static std::vector<std::string> words(const std::vector<std::string>& faults) {
+        std::vector<std::string> all{std::string(FIRMCAST_BIN_DIR) + "/firmcast-sim", "--tcp",
+                                     "0", "--device", "ethernet-scale", "--erase-ms", "300"};
+        all.insert(all.end(), faults.begin(), faults.end());
+        return all;
+    }
+    FirstLineProcess process;
+    int port = 0;
+};
+
+// The scale list of config.ini: loopback addresses on the scale's port.
+void writeLoopbackList(const TempFolder& home, int count, int port) {
+    std::string text = "[Balanzas]\r\nNumero=" + std::to_string(count) + "\r\n[Direcciones]\r\n";
+    for (int i = 1; i <= count; ++i)
+        text += "dir" + std::to_string(i) + "=127.0.0." + std::to_string(i) + "\r\n";
+    home.write("config.ini", text + "[Puertos]\r\nTx=" + std::to_string(port) + "\r\n");
+}
+
+// Over a real socket, at the level that gives no MAC: the whole load, the
+// checksum answered by the scale, and the line that says so.
+TEST(BatchEthernet, LoadsASimulatedScaleOverARealSocket) {
+    LoopbackScale scale;
+    ASSERT_GT(scale.port, 0) << scale.process.firstLine();
+    TempFolder folder, home;
+    writeLoopbackList(home, 1, scale.port);
+    std::string file = folder.write("fw.hex", EthernetRig::twoBankFile());
+    BatchResult run = runBatchProcess({"--model", "0", "--ethernet", "--level", "3", "--file", file},
+                                      {{"FIRMCAST_HOME", home.path().string()}});
+    EXPECT_EQ(run.status, 0) << run.said();
+    EXPECT_EQ(run.out, "scale 1: 127.0.0.1 ok: Scale 1 loaded OK\n");
+}
+
+TEST(BatchEthernet, AWrongChecksumOverARealSocketFailsWithItsText) {
+    LoopbackScale scale({"--wrong-checksum"});
+    TempFolder folder, home;
+    writeLoopbackList(home, 1, scale.port);
+    std::string file = folder.write("fw.hex", EthernetRig::twoBankFile());
+    BatchResult run = runBatchProcess({"--model", "0", "--ethernet", "--level", "3", "--file", file},
+                                      {{"FIRMCAST_HOME", home.path().string()}});
+    EXPECT_EQ(run.status, 1) << run.said();
+    EXPECT_EQ(run.out, "scale 1: 127.0.0.1 failed: Scale 1 Checksum Error\n");
+}
+
+TEST(BatchEthernet, AScaleThatStopsReadingEndsInItsErrorWaitOverARealSocket) {
+    LoopbackScale scale({"--fail-at", "3:42"});
+    TempFolder folder, home;
+    writeLoopbackList(home, 1, scale.port);
+    std::string file = folder.write("fw.hex", EthernetRig::twoBankFile());
+    BatchResult run = runBatchProcess({"--model", "0", "--ethernet", "--level", "3", "--file", file},
+                                      {{"FIRMCAST_HOME", home.path().string()}});
+    EXPECT_EQ(run.status, 1) << run.said();
+    EXPECT_EQ(run.out, "scale 1: 127.0.0.1 failed: Scale 1 ERROR 42\n");
+}
+
 TEST(BatchEthernet, EntersTheScaleListSavesItLoadsAndSaysHowEachScaleEnded) {
     TempFolder folder, home;
     std::string file = folder.write("fw.hex", EthernetRig::twoBankFile());
