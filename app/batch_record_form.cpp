@@ -26,6 +26,11 @@ bool RecordFormAnswers::answer() {
         return true;
     }
     answered_ = open;
+    // Once it has closed, the next form (perhaps at the same address) is new.
+    open->addObserver([this](Screen& s) {
+        if (!s.loaded() && answered_ == &s)
+            answered_ = nullptr;
+    });
     if (used_ < serials_.size()) {
         operatorScan(*open, kSerialField, serials_[used_++]);
     } else {

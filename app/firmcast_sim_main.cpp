@@ -16,6 +16,7 @@
 #include "sim/banked_device.h"
 #include "sim/echo_device.h"
 #include "sim/ethernet_scale.h"
+#include "sim/host/interface_mac.h"
 #include "sim/host/pty_device_host.h"
 #include "sim/host/tcp_device_host.h"
 #include "sim/numbered_scale.h"
@@ -90,6 +91,15 @@ int runEthernetScale(const fc::SimOptions& o) {
     scale.eraseTime = o.eraseMs * 1000;
     scale.readBytesPerSecond = o.readRate;
     scale.receiveBuffer = o.receiveBuffer;
+    std::string macNote;
+    if (!o.interfaceName.empty()) {
+        scale.onMacStored = [&o, &macNote](const std::array<std::uint8_t, 6>& mac) {
+            std::string error;
+            macNote = fc::setInterfaceMac(o.interfaceName, mac, error)
+                          ? "interface " + o.interfaceName + " takes the new MAC"
+                          : "interface " + o.interfaceName + " keeps its MAC: " + error;
+        };
+    }
     size_t types = 0, answers = 0;
     return serve(scale, o, [&](std::ofstream& log) {
         bool wrote = false;
@@ -99,6 +109,11 @@ int runEthernetScale(const fc::SimOptions& o) {
         for (; answers < scale.answers().size(); ++answers, wrote = true)
             log << "answer code " << int(static_cast<unsigned char>(scale.answers()[answers][0]))
                 << " " << scale.answers()[answers].substr(1) << "\n";
+        if (!macNote.empty()) {
+            log << macNote << "\n";
+            macNote.clear();
+            wrote = true;
+        }
         if (wrote)
             log.flush();
     });

@@ -76,6 +76,12 @@ bool tcpOption(const std::string& option, const char* v, SimOptions& out) {
         return count(v, out.tcpFaults.resetAfter);
     if (option == "--stop-reading-at")
         return count(v, out.scaleFaults.stopReadingAt);
+    if (option == "--drop-at")
+        return count(v, out.scaleFaults.dropAt);
+    if (option == "--interface") {
+        out.interfaceName = v;
+        return !out.interfaceName.empty();
+    }
     long long b = 0;
     if (option == "--fail-at" && pair(v, a, b) && a >= 0 && b >= 0 && b <= 255) {
         out.scaleFaults.failAt = static_cast<long>(a);
@@ -138,6 +144,10 @@ std::string simUsage() {
            "  --fail-at K:E           answer message K with code 10, error E, then read no more\n"
            "  --wrong-checksum        report a checksum one more than the image's\n"
            "  --silent-erase          erase without answering code 3\n"
+           "  --silent-end-of-load    take the end of the load (0x67) without answering\n"
+           "  --drop-at K             take message K whole, then reset the connection\n"
+           "  --interface IF          take a 0x68 message's MAC as interface IF's address\n"
+           "                          (in a network namespace of its own, as root)\n"
            "  --split-answers         send every answer in two segments\n"
            "  --log FILE              write the message types taken and the answers to FILE\n"
            "  Messages count over one connection.\n";
@@ -166,6 +176,8 @@ bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error)
             out.scaleFaults.wrongChecksum = true;
         } else if (option == "--silent-erase") {
             out.scaleFaults.silentErase = true;
+        } else if (option == "--silent-end-of-load") {
+            out.scaleFaults.silentEndOfLoad = true;
         } else if (option == "--split-answers") {
             out.scaleFaults.splitAnswers = true;
         } else if (!value(v)) {

@@ -35,6 +35,8 @@ struct SimOptions {
     int receiveBuffer = 2048;
     SinkScale::Faults tcpFaults;
     EthernetScale::Faults scaleFaults;  // --device ethernet-scale
+    // The interface whose address a stored MAC becomes; empty: none.
+    std::string interfaceName;
 };
 
 bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error);
