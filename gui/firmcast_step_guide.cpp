@@ -4,7 +4,9 @@
 // the system never talks to it.
 #include <QEvent>
 #include <QLabel>
+#include <QScrollArea>
 #include <QStyle>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "gui/firmcast_look.h"
@@ -82,7 +84,27 @@ class StepFollower : public QObject {
         window_->findChild<QWidget*>("chosenModel")->setVisible(shown("PictureVisualizar"));
         if (now != last_)
             focusStep(widgets_, now);
+        if (now >= 3 && shown("frBalanzasEth"))
+            showScaleList();
         last_ = now;
+    }
+
+    // On the scale list and through the Ethernet load, the list with its
+    // results, the message being sent and the bar stay in view, below the
+    // file the load is made of.
+    void showScaleList() {
+        QTimer::singleShot(0, window_, [this] {
+            auto* area = window_->findChild<QScrollArea*>("stepScroll");
+            if (area == nullptr)
+                return;
+            for (const char* name : {"BarraEth", "lblInformacion"}) {
+                if (shown(name)) {
+                    area->ensureWidgetVisible(widgetNamed(widgets_, name), 0, 8);
+                    break;
+                }
+            }
+            area->ensureWidgetVisible(widgetNamed(widgets_, "frBalanzasEth"), 0, 8);
+        });
     }
 
     Widgets widgets_;

@@ -3,7 +3,13 @@
 // screenshots of the documentation (scripts/firmcast_screenshots.sh).
 //
 //   firmcast_screens model-scales | model-labellers | model-visors |
-//                    way-rs232 | way-ethernet | file | scales | load
+//                    way-rs232 | way-ethernet | file | scales | load |
+//                    ethernet-load | ethernet-end | record-form
+//
+// The Ethernet scenes load three simulated Serie_W scales behind real ports
+// of the loopback (127.0.0.1 to 127.0.0.3); at the end one has reported a
+// wrong checksum. The record form scene loads one scale at the production
+// level with its MAC register in a SQLite file, and shows the form.
 //
 // It runs at level 1 on demonstration drives it makes itself (C: and T:,
 // with the Serie_N firmware folder of that level) under the temporary
@@ -19,18 +25,25 @@
 #include <map>
 
 #include "control/firmcast_form.h"
+#include "control/mac_steps.h"
+#include "gui/datos_balanza_layout.h"
 #include "gui/firmcast_layout.h"
+#include "mac/mac_module.h"
+#include "mac/mac_tables.h"
 #include "operator/operator_script.h"
 #include "operator/scale_list_entry.h"
 #include "platform/file_table.h"
 #include "platform/linux/linux_machine.h"
 #include "platform/linux/process_launcher.h"
 #include "platform/linux/termios_port.h"
+#include "platform/linux/unix_odbc.h"
 #include "platform/program_folder.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_pump.h"
 #include "platform/qt/screen_window.h"
+#include "sim/ethernet_scale.h"
 #include "sim/host/pty_device_host.h"
+#include "sim/host/tcp_device_host.h"
 #include "sim/numbered_scale.h"
 
 namespace fs = std::filesystem;
@@ -105,6 +118,23 @@ void fileStep(fc::Firmcast& f, fc::OperatorScript& script) {
                 [&f] { fc::operatorSelectText(f, "File1", "N-220 v3.15.hex"); });
 }
 
+// Serie_W over Ethernet to the scale list, where Next starts the load.
+void serieWOverEthernet(fc::Firmcast& f, fc::OperatorScript& script, bool adsl) {
+    pick(f, script, "optBalanzas", "Picture4");
+    script.when([&f] { return on(f, f.frPuerto); }, "Ethernet",
+                [&f] { fc::operatorClick(f, "optEthernet"); });
+    script.after(300, "Next", [&f] { fc::operatorClick(f, "cmdAdelante"); });
+    script.when([&f] { return on(f, f.File1) && f.File1.listCount() > 0; }, "the file",
+                [&f] { fc::operatorSelectText(f, "File1", "W-300 v2.04.hex"); });
+    script.after(300, "Next", [&f] { fc::operatorClick(f, "cmdAdelante"); });
+    script.when([&f] { return on(f, f.cmdSave); }, "Next on the list",
+                [&f, adsl] {
+                    if (adsl)
+                        fc::operatorClick(f, "chkADSL");
+                    fc::operatorClick(f, "cmdAdelante");
+                });
+}
+
 const std::map<std::string, Scene> kScenes = {
     {"model-scales", [](fc::Firmcast&, fc::OperatorScript&) {}},
     {"model-labellers",
@@ -149,6 +179,58 @@ const std::map<std::string, Scene> kScenes = {
          fileStep(f, script);
          script.after(300, "Next", [&f] { fc::operatorClick(f, "cmdAdelante"); });
      }},
+    {"ethernet-load",
+     [](fc::Firmcast& f, fc::OperatorScript& script) { serieWOverEthernet(f, script, false); }},
+    {"ethernet-end",
+     [](fc::Firmcast& f, fc::OperatorScript& script) { serieWOverEthernet(f, script, false); }},
+    {"record-form",
+     [](fc::Firmcast& f, fc::OperatorScript& script) { serieWOverEthernet(f, script, true); }},
+};
+
+// A Serie_W firmware file of two banks, for the Ethernet scenes.
+void writeEthernetFirmware(const fs::path& file) {
+    fs::create_directories(file.parent_path());
+    std::ofstream out(file, std::ios::binary);
+    for (unsigned bank : {0x4000u, 0x5000u}) {
+        unsigned sum = 2 + 2 + (bank >> 8) + (bank & 0xFF);
+        char record[32];
+        std::snprintf(record, sizeof record, ":02000002%04X%02X\r\n", bank,
+                      (0x100 - (sum & 0xFF)) & 0xFF);
+        out << record;
+        for (unsigned n = 0; n < 1024; ++n) out << dataRecord(n * 16, 16) << "\r\n";
+    }
+    out << ":00000001FF\r\n";
+}
+
+// Three scales on the loopback, one port for all, as config.ini names them.
+struct LoopbackScales {
+    // `slowErase`: each scale takes 2.5 s to erase, so that the load is
+    // caught on its way.
+    LoopbackScales(fc::Pump& pump, const fs::path& home, bool slowErase) {
+        for (int i = 0; i < 3; ++i) {
+            auto scale = std::make_unique<fc::EthernetScale>();
+            scale->eraseTime = slowErase ? 2'500'000 : 800'000;
+            scale->faults.wrongChecksum = i == 1;
+            int port = hosts.empty() ? 0 : hosts.front()->port();
+            hosts.push_back(std::make_unique<fc::TcpDeviceHost>(
+                pump, *scale, "127.0.0." + std::to_string(i + 1), port));
+            scales.push_back(std::move(scale));
+        }
+        std::ofstream ini(home / "config.ini", std::ios::binary);
+        ini << "[Balanzas]\r\nNumero=3\r\n[Direcciones]\r\n";
+        for (int i = 1; i <= 3; ++i) ini << "dir" << i << "=127.0.0." << i << "\r\n";
+        ini << "[Puertos]\r\nTx=" << hosts.front()->port() << "\r\n";
+    }
+    std::vector<std::unique_ptr<fc::EthernetScale>> scales;
+    std::vector<std::unique_ptr<fc::TcpDeviceHost>> hosts;
+};
+
+// Message boxes answered at once, for the scene that shows the record form
+// rather than the boxes before it.
+class AnsweringDialogs : public fc::QtDialogs {
+  public:
+    using fc::QtDialogs::QtDialogs;
+    int msgBox(const std::string&, int, const std::string&) override { return fc::mb::kOk; }
 };
 
 }  // namespace
@@ -176,7 +258,20 @@ int main(int argc, char** argv) {
     fc::PtyDeviceHost line(pump, scale);
     setenv("FIRMCAST_COM1", line.ttyPath().c_str(), 1);
 
-    fc::QtDialogs dialogs(pump);
+    const std::string name = argv[1];
+    const bool ethernet = name.rfind("ethernet", 0) == 0 || name == "record-form";
+    std::unique_ptr<LoopbackScales> loopback;
+    if (ethernet) {
+        // Level 1 looks in T:'s Serie_W folder, level 3 in C:\.
+        writeEthernetFirmware(root / "T" / "Programas" / "Balanzas" / "Serie_W" /
+                              "W-300 v2.04.hex");
+        writeEthernetFirmware(root / "C" / "W-300 v2.04.hex");
+        loopback = std::make_unique<LoopbackScales>(pump, root / "Home", name == "ethernet-load");
+    }
+    std::unique_ptr<fc::QtDialogs> shownDialogs = name == "record-form"
+                                                      ? std::make_unique<AnsweringDialogs>(pump)
+                                                      : std::make_unique<fc::QtDialogs>(pump);
+    fc::QtDialogs& dialogs = *shownDialogs;
     fc::TermiosPortOpener serialPorts;
     fc::FileTable files;
     fc::LinuxProcessLauncher launcher(machine.drives);
@@ -184,11 +279,22 @@ int main(int argc, char** argv) {
         machine.services(pump, dialogs, serialPorts, files, (root / "Home").string()));
     form.hooks().startProgram = [&launcher](const std::string& c) { return launcher.start(c); };
     fc::registerFirmcastLayout();
+    fc::registerDatosBalanzaLayout();
+    // The record form's register: a SQLite file with the scale's row.
+    fc::UnixOdbcEnvironment odbc;
+    fc::MacModule mac{form.common(), odbc,
+                      "DRIVER={SQLite3};Database=" + (root / "Home" / "mac.db").string() + ";",
+                      nullptr, nullptr};
+    if (name == "record-form") {
+        auto bd = odbc.openConnection(mac.origen);
+        fc::CreaTablasMac(*bd);
+        fc::wireMacSteps(form, mac);
+    }
     fc::ScreenWindow window(form, pump);
     fc::OperatorScript script(pump);
     scene->second(form, script);
     try {
-        form.Form_Load("1");
+        form.Form_Load(ethernet && name != "record-form" ? "3" : "1");
     } catch (const fc::ProgramEnd& end) {
         return end.exitStatus;
     }
