@@ -53,7 +53,7 @@ void frmCargaDisplayGrafico::Form_Load() {
     Texto.setVisible(false);
     muestraCarpetaInicial();
     cmbvelocidades.setListIndex(4);
-    services_.pump.doEvents();
+    services_.pump.doPendingEvents();
     LoadArray(tabla_crc, constantesCrc());
 }
 

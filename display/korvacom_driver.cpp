@@ -164,7 +164,7 @@ void frmCargaDisplayGrafico::ArrancaKorvacom(bool& resultado) {
         startProgram_(services_.programFolder + "\\korvacom\\korvacom.exe");
     setMousePointer(kHourglass);
     services_.pump.sleep(3000);
-    services_.pump.doEvents();
+    services_.pump.doPendingEvents();
     Long espera = kernel.waitForSingleObject(evento_recursos, kEsperaDriverMs);
     if (espera == wait::kTimeout || espera == wait::kAbandoned) {
         services_.dialogs.msgBox("No korvacom");
@@ -182,7 +182,7 @@ void frmCargaDisplayGrafico::ArrancaKorvacom(bool& resultado) {
         return;
     }
     Label2.setCaption("Wait. Erasing");
-    services_.pump.doEvents();
+    services_.pump.doPendingEvents();
     services_.pump.sleep(20000);
     resultado = true;
 }

@@ -20,7 +20,7 @@ std::optional<std::string> GraphicDisplay::receive(const std::string& record) {
         start(record);
     else if (command == "D500")
         data(record);
-    else if (command == "P000")
+    else if (command == "P000" && !(endSeen_ && faults_.silentAtEnd))
         return answer(record);
     return std::nullopt;
 }

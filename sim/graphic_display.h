@@ -16,6 +16,7 @@ namespace fc::sim {
 struct DisplayFaults {
     bool rejectsCrc = false;        // answers "NO" to the last question
     bool rejectsQuestions = false;  // answers "NO" to the questions before it
+    bool silentAtEnd = false;       // never answers the last question
 };
 
 class GraphicDisplay {
