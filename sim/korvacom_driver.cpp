@@ -90,7 +90,7 @@ bool KorvacomDriver::sendNext() {
             out.put('*');
             out.close();
             ++sent_;
-            if (auto answer = display_.receive(line))
+            if (auto answer = carrier_ ? carrier_(line) : display_.receive(line))
                 writeAnswer(*answer);
             return true;
         }

@@ -9,6 +9,8 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,6 +29,11 @@ class KorvacomDriver {
 
     // The lines sent reach `display`'s own simulated display.
     KorvacomDriver(std::filesystem::path folder, Faults faults, GraphicDisplay::Faults display);
+
+    // Carries each line sent to the display and gives back its answer, if
+    // any; without one, the driver's own simulated display takes the lines.
+    using Carrier = std::function<std::optional<std::string>(const std::string& line)>;
+    void setCarrier(Carrier carrier) { carrier_ = std::move(carrier); }
 
     // Reads the switch file; false when there is none.
     bool readSwitches();
@@ -53,6 +60,7 @@ class KorvacomDriver {
     std::filesystem::path folder_;
     Faults faults_;
     GraphicDisplay display_;
+    Carrier carrier_;
     std::vector<std::string> switches_;
     std::string commands_;
     bool sending_ = false;

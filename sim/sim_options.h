@@ -8,6 +8,7 @@
 
 #include "sim/device_faults.h"
 #include "sim/ethernet_scale.h"
+#include "sim/graphic_display.h"
 #include "sim/sink_scale.h"
 
 namespace fc {
@@ -35,6 +36,7 @@ struct SimOptions {
     int receiveBuffer = 2048;
     SinkScale::Faults tcpFaults;
     EthernetScale::Faults scaleFaults;  // --device ethernet-scale
+    sim::DisplayFaults displayFaults;   // --device graphic-display
 };
 
 bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error);
