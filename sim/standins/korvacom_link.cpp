@@ -27,13 +27,20 @@ std::string valueOf(const std::vector<std::string>& switches, const std::string&
 
 speed_t speedOf(const std::string& text) {
     switch (std::atoi(text.c_str())) {
-        case 115200: return B115200;
-        case 57600: return B57600;
-        case 38400: return B38400;
-        case 9600: return B9600;
-        case 2400: return B2400;
-        case 1200: return B1200;
-        default: return B19200;
+        case 115200:
+            return B115200;
+        case 57600:
+            return B57600;
+        case 38400:
+            return B38400;
+        case 9600:
+            return B9600;
+        case 2400:
+            return B2400;
+        case 1200:
+            return B1200;
+        default:
+            return B19200;
     }
 }
 

@@ -133,7 +133,10 @@ TEST(DisplayKorvacomReal, ARejectedCrcOverTcpEndsLoadedKo) {
 }
 
 TEST(DisplayKorvacomReal, LoadsADisplayOnASerialPortThroughAPty) {
-    FirstLineProcess display({kBin + "/firmcast-sim", "--device", "graphic-display"});
+    // The display at the screen's default speed: the line carries nothing between
+    // two ends set to different speeds.
+    FirstLineProcess display(
+        {kBin + "/firmcast-sim", "--device", "graphic-display", "--baud", "19200"});
     ASSERT_EQ(display.firstLine().rfind("/dev/", 0), 0u) << display.firstLine();
     setenv("FIRMCAST_COM2", display.firstLine().c_str(), 1);
     RealDisplay rig;
