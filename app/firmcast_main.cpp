@@ -5,6 +5,7 @@
 #include "app/mac_station.h"
 #include "app/port_notices.h"
 #include "control/firmcast_form.h"
+#include "gui/display_layout.h"
 #include "gui/firmcast_layout.h"
 #include "platform/file_table.h"
 #include "platform/linux/linux_machine.h"
@@ -34,6 +35,7 @@ int main(int argc, char** argv) {
         return launcher.start(commandLine);
     };
     fc::registerFirmcastLayout();
+    fc::registerDisplayLayout();
     fc::ScreenWindow window(form, pump);
     try {
         form.Form_Load(fc::commandLineText(argc, argv));

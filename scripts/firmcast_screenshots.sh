@@ -3,8 +3,8 @@
 # (scripts/screenshot.sh): the model step of each kind of device, the kinds
 # of G scale behind the boot ROM button, the way
 # step on RS-232 and on Ethernet, the file step with a folder of firmware
-# files, the scale list of the Ethernet way with three scales, and a load in
-# progress. The program firmcast_screens walks the real screen to each of
+# files, the scale list of the Ethernet way with three scales, a load in
+# progress, and the graphic display's load screen. The program firmcast_screens walks the real screen to each of
 # them. Writes docs/screenshots/firmcast-<scene>.png.
 #
 # Usage: scripts/firmcast_screenshots.sh [SCENE...]   (default: all)
@@ -25,10 +25,10 @@ program=$build/bin/firmcast_screens
 # time to be well on its way.
 declare -A settle=(
     [model-scales]=2 [model-labellers]=2 [model-visors]=2 [boot-rom]=2
-    [way-rs232]=2 [way-ethernet]=2 [file]=2 [scales]=3 [load]=7
+    [way-rs232]=2 [way-ethernet]=2 [file]=2 [scales]=3 [load]=7 [display]=6
 )
 scenes=("$@")
-[[ ${#scenes[@]} -gt 0 ]] || scenes=(model-scales model-labellers model-visors boot-rom way-rs232 way-ethernet file scales load)
+[[ ${#scenes[@]} -gt 0 ]] || scenes=(model-scales model-labellers model-visors boot-rom way-rs232 way-ethernet file scales load display)
 
 for scene in "${scenes[@]}"; do
     [[ -n ${settle[$scene]:-} ]] || { echo "firmcast_screenshots: no scene $scene" >&2; exit 2; }
