@@ -75,7 +75,33 @@ void frmCargaDisplayGrafico::File1_DblClick() {
 
 void frmCargaDisplayGrafico::Dir1_Change() {
     File1.setPath(Dir1.path());
+    listaCarpetas();
     refrescaCarpeta();
+}
+
+// The folder itself, its parent ("..") below a drive's root, and its
+// sub-folders.
+void frmCargaDisplayGrafico::listaCarpetas() {
+    const std::string carpeta = Dir1.path();
+    Dir1.clear();
+    dirEntries_.assign(1, carpeta);
+    Dir1.addItem(carpeta);
+    if (carpeta.size() > 3) {
+        std::size_t barra = carpeta.rfind('\\');
+        dirEntries_.push_back(barra <= 2 ? carpeta.substr(0, 3) : carpeta.substr(0, barra));
+        Dir1.addItem("   ..");
+    }
+    const std::string base = carpeta.size() == 3 ? carpeta : carpeta + "\\";
+    for (const std::string& nombre : services_.drives.listFolders(carpeta)) {
+        dirEntries_.push_back(base + nombre);
+        Dir1.addItem("   " + nombre);
+    }
+}
+
+void frmCargaDisplayGrafico::Dir1_DblClick() {
+    const int i = Dir1.listIndex();
+    if (i > 0 && i < static_cast<int>(dirEntries_.size()))
+        Dir1.setPath(dirEntries_[static_cast<std::size_t>(i)]);
 }
 
 void frmCargaDisplayGrafico::Drive1_Change() {

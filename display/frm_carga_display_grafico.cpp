@@ -66,6 +66,7 @@ void frmCargaDisplayGrafico::wireHandlers() {
     on(File1.onClick, &frmCargaDisplayGrafico::File1_Click);
     on(File1.onDblClick, &frmCargaDisplayGrafico::File1_DblClick);
     on(Dir1.onChange, &frmCargaDisplayGrafico::Dir1_Change);
+    on(Dir1.onDblClick, &frmCargaDisplayGrafico::Dir1_DblClick);
     on(Drive1.onChange, &frmCargaDisplayGrafico::Drive1_Change);
     on(timerout.onTimer, &frmCargaDisplayGrafico::timerout_Timer);
     on(TimerKorvacom.onTimer, &frmCargaDisplayGrafico::TimerKorvacom_Timer);

@@ -125,6 +125,8 @@ class frmCargaDisplayGrafico : public Screen {
     void File1_Click();
     void File1_DblClick();
     void Dir1_Change();
+    // The folder list's own behaviour: a double click opens the folder.
+    void Dir1_DblClick();
     void Drive1_Change();
     void txtDirTCP_KeyPress(Integer& KeyAscii);
     void timerout_Timer();
@@ -179,6 +181,7 @@ class frmCargaDisplayGrafico : public Screen {
     bool sigueEnvio(bool& fin);
     bool esperaVeredicto();
     void refrescaCarpeta();
+    void listaCarpetas();
 
     Services services_;
     CommonModule& common_;
@@ -187,6 +190,8 @@ class frmCargaDisplayGrafico : public Screen {
     // first line not yet seen marked, and the record count shown last.
     Long posicion_ = 1;
     Long anterior_ = 0;
+    // The folder each line of Dir1 stands for.
+    std::vector<std::string> dirEntries_;
 };
 
 }  // namespace fc

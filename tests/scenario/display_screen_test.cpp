@@ -153,3 +153,30 @@ TEST(DisplayScreen, AMissingDatabaseIsReportedByAbrirBD) {
 
 }  // namespace
 }  // namespace fc::test
+
+namespace fc::test {
+namespace {
+
+TEST(DisplayScreen, TheFolderListOpensAFolderOnADoubleClickAndGoesBackUp) {
+    DisplayRig rig;
+    rig.driveC.write("Displays/W420/disp.hex", displayFirmware(2));
+    rig.form->Dir1.setPath("C:\\");
+    rig.form->Dir1_Change();
+    ComboBox& dir = rig.form->Dir1;
+    ASSERT_EQ(dir.list(1), "   Displays");
+    operatorSelect(*rig.form, "Dir1", 1);
+    operatorDblClick(*rig.form, "Dir1");
+    EXPECT_EQ(rig.form->Dir1.path(), "C:\\Displays");
+    ASSERT_EQ(dir.list(2), "   W420");
+    operatorSelect(*rig.form, "Dir1", 2);
+    operatorDblClick(*rig.form, "Dir1");
+    EXPECT_EQ(rig.form->File1.list(0), "disp.hex");
+    operatorSelectText(*rig.form, "File1", "disp.hex");
+    EXPECT_EQ(rig.form->fichero_firmware, "C:\\Displays\\W420\\disp.hex");
+    operatorSelect(*rig.form, "Dir1", 1);
+    operatorDblClick(*rig.form, "Dir1");
+    EXPECT_EQ(rig.form->Dir1.path(), "C:\\Displays");
+}
+
+}  // namespace
+}  // namespace fc::test
