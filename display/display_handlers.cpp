@@ -66,10 +66,11 @@ void frmCargaDisplayGrafico::File1_Click() {
     fichero_firmware = path + (path.size() == 3 ? "" : "\\") + File1.fileName();
 }
 
+// The selected entry stays the file's name (its click has chosen it); the
+// caption shows it. It does not start the load.
 void frmCargaDisplayGrafico::File1_DblClick() {
     Texto.setVisible(true);
     Texto.setCaption(" ");
-    fichero_firmware = File1.fileName();
     setCaption(caption() + "     " + File1.fileName());
 }
 

@@ -64,6 +64,15 @@ TEST(FirmcastBatchDisplay, AnAddressThatIsNotValidShowsItsBoxAndTheLabelAsItStan
     EXPECT_EQ(r.out, "msgbox: The IP Address is not a valid one\nlabel: \n") << r.said();
 }
 
+TEST(FirmcastBatchDisplay, ARunTimeErrorOfTheLoadEndsByTheFatalTrapWithExit3) {
+    PreparedHome h;
+    std::filesystem::remove(h.home.path() / "korvacom/Korctrl.txt");
+    BatchResult r = runBatchProcess({"--display", "--com", "1", "--file", h.file},
+                                    {{"FIRMCAST_HOME", h.home.path().string()}});
+    EXPECT_EQ(r.status, 3) << r.said();
+    EXPECT_EQ(r.out, "msgbox: Run-time error '53':\n\nFile not found\nlabel: \n") << r.said();
+}
+
 TEST(FirmcastBatchDisplay, ItsCommandLineIsRefusedWithExit2WhereItIsWrong) {
     PreparedHome h;
     for (const std::vector<std::string>& args : std::vector<std::vector<std::string>>{

@@ -151,12 +151,6 @@ TEST(DisplayScreen, AMissingDatabaseIsReportedByAbrirBD) {
     EXPECT_EQ(other.bd, nullptr);
 }
 
-}  // namespace
-}  // namespace fc::test
-
-namespace fc::test {
-namespace {
-
 TEST(DisplayScreen, TheFolderListOpensAFolderOnADoubleClickAndGoesBackUp) {
     DisplayRig rig;
     rig.driveC.write("Displays/W420/disp.hex", displayFirmware(2));
@@ -176,6 +170,18 @@ TEST(DisplayScreen, TheFolderListOpensAFolderOnADoubleClickAndGoesBackUp) {
     operatorSelect(*rig.form, "Dir1", 1);
     operatorDblClick(*rig.form, "Dir1");
     EXPECT_EQ(rig.form->Dir1.path(), "C:\\Displays");
+}
+
+TEST(DisplayScreen, ADoubleClickOnAFileNamesItInTheCaptionAndDoesNotLoad) {
+    DisplayRig rig;
+    rig.chooseFirmware("disp.hex", displayFirmware(2));
+    const std::string before = rig.form->caption();
+    operatorDblClick(*rig.form, "File1");
+    EXPECT_EQ(rig.form->caption(), before + "     disp.hex");
+    EXPECT_TRUE(rig.form->Texto.visible());
+    EXPECT_EQ(rig.form->Texto.caption(), " ");
+    EXPECT_EQ(rig.form->fichero_firmware, "C:\\disp.hex");
+    EXPECT_TRUE(rig.started.empty());
 }
 
 }  // namespace
