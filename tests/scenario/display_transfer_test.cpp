@@ -183,6 +183,8 @@ TEST(DisplayTransfer, ARepeatLoadOfOneFileSkipsReadingAndCrcButGetsFreshTags) {
     ASSERT_EQ(rig.form->Label2.caption(), "Loaded OK");
     const std::string firstTag = rig.form->id_p0;
     const Long crc = rig.form->crc_imagen;
+    EXPECT_TRUE(std::filesystem::exists(rig.currentFolder.path() / "mirl"))
+        << "the trace is in the current folder";
     std::filesystem::remove("mirl");
     rig.label2.clear();
     rig.load();

@@ -36,6 +36,7 @@ DisplayRig::DisplayRig(sim::DriverFaults driverFaults, sim::DisplayFaults displa
     : drives({{'c', driveC.path().string()}}),
       services{pump,   dialogs,    serial, files,    home.path().string(),
                drives, fileSystem, kernel, calendar, databases} {
+    std::filesystem::current_path(currentFolder.path());
     home.write("korvacom/Korctrl.txt", kSwitchesShipped);
     makeDatabase(home.path() / "Database/KorvaFirmcast.mdb");
     driver = std::make_unique<sim::KorvacomOnPump>(pump, kernel, home.path() / "korvacom",
@@ -56,7 +57,10 @@ DisplayRig::DisplayRig(sim::DriverFaults driverFaults, sim::DisplayFaults displa
     form->load();
 }
 
-DisplayRig::~DisplayRig() = default;
+DisplayRig::~DisplayRig() {
+    std::error_code ec;
+    std::filesystem::current_path(formerFolder, ec);
+}
 
 std::filesystem::path DisplayRig::korvacom(const std::string& name) const {
     return home.path() / "korvacom" / name;

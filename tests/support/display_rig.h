@@ -39,6 +39,11 @@ class DisplayRig {
     explicit DisplayRig(sim::DriverFaults driverFaults = {}, sim::DisplayFaults displayFaults = {});
     ~DisplayRig();
 
+    // The current folder, where a load leaves its trace "mirl": the rig's own
+    // while it lives, so that tests side by side never share one.
+    TempFolder currentFolder;
+    std::filesystem::path formerFolder = std::filesystem::current_path();
+
     VirtualPump pump;
     RecordingDialogs dialogs{pump};
     VirtualSerialOpener serial{pump};
