@@ -46,6 +46,27 @@ TEST(DisplayDriverControl, TheSwitchFileIsFoundWithoutRegardToCase) {
     EXPECT_FALSE(std::filesystem::exists(rig.korvacom("Korctrl.txt")));
 }
 
+TEST(DisplayDriverControl, TheSwitchFileIsCopiedInAfterA20MsPauseTheDriverCanCutShort) {
+    DisplayRig rig;
+    rig.chooseEthernet();
+    const auto before = rig.pump.now();
+    rig.form->ConfiguraKorvacom();
+    EXPECT_EQ(rig.pump.now() - before, 20) << "nobody signalled the event";
+}
+
+TEST(DisplayDriverControl, TheHourglassShowsWhileTheDriverComesUp) {
+    DisplayRig rig;
+    std::vector<int> pointers;
+    rig.form->addObserver([&pointers](Screen& s) {
+        if (pointers.empty() || pointers.back() != s.mousePointer())
+            pointers.push_back(s.mousePointer());
+    });
+    rig.chooseFirmware("disp.hex", displayFirmware(4));
+    rig.chooseEthernet();
+    rig.load();
+    EXPECT_EQ(pointers, (std::vector<int>{0, 11, 0}));
+}
+
 TEST(DisplayDriverControl, RxTxtFromAnEarlierRunIsRemovedByConfiguraKorvacom) {
     DisplayRig rig;
     rig.home.write("korvacom/RX.TXT", "00P0000000000SI123456\r\n");
