@@ -192,6 +192,65 @@ Options parseLoadOptions(const std::vector<std::string>& args) {
     return o;
 }
 
+// "--display (--com N | --ethernet IP) --file F [--logic-address DD] [--speed BAUD]".
+Options parseDisplayOptions(const std::vector<std::string>& args) {
+    Options o;
+    o.mode = Mode::Display;
+    const std::set<std::string> valued = {"--com", "--ethernet", "--file", "--logic-address",
+                                          "--speed"};
+    std::set<std::string> given;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        std::string option = args[i], value;
+        bool inlineValue = false;
+        if (std::size_t equals = option.find('=');
+            option.rfind("--", 0) == 0 && equals != std::string::npos) {
+            value = option.substr(equals + 1);
+            option = option.substr(0, equals);
+            inlineValue = true;
+        }
+        if (!given.insert(option).second)
+            throw UsageError{option + " is given twice"};
+        if (option == "--display") {
+            if (inlineValue)
+                throw UsageError{"--display takes no value"};
+            continue;
+        }
+        if (valued.count(option) == 0)
+            throw UsageError{option.rfind("-", 0) == 0 ? "unknown option with --display: " + option
+                                                       : "unexpected argument \"" + option +
+                                                             "\": every value follows its option"};
+        if (!inlineValue) {
+            if (i + 1 >= args.size() || args[i + 1].rfind("--", 0) == 0)
+                throw UsageError{option + " needs a value"};
+            value = args[++i];
+        }
+        if (option == "--com")
+            o.com = number(option, value, 1, 4);
+        else if (option == "--ethernet")
+            o.displayIp = value;
+        else if (option == "--file")
+            o.file = value;
+        else if (option == "--logic-address") {
+            int n = number(option, value, 0, 49);
+            if (value.size() != 2)
+                throw UsageError{"--logic-address takes two digits, 00 to 49 (not \"" + value +
+                                 "\")"};
+            o.logicAddress = (n < 10 ? "0" : "") + std::to_string(n);
+        } else {
+            o.speed = speed(value);
+        }
+    }
+    o.ethernet = given.count("--ethernet") != 0;
+    if (o.ethernet == (o.com != 0))
+        throw UsageError{"--display needs either --com N or --ethernet IP"};
+    if (o.file.empty())
+        throw UsageError{"--file is needed"};
+    if (!o.speed.empty() && o.ethernet)
+        throw UsageError{
+            "--speed is the speed of a serial line: it goes with --com, not --ethernet"};
+    return o;
+}
+
 }  // namespace
 
 Options parseOptions(const std::vector<std::string>& args) {
@@ -208,6 +267,8 @@ Options parseOptions(const std::vector<std::string>& args) {
         return single(Mode::Inspect, args, 2);
     if (first == "--inspect-synthetic")
         return single(Mode::InspectSynthetic, args, 1);
+    if (std::find(args.begin(), args.end(), "--display") != args.end())
+        return parseDisplayOptions(args);
     return parseLoadOptions(args);
 }
 
@@ -217,6 +278,8 @@ std::string versionText() {
 
 std::string usageText() {
     return "usage: firmcast-batch --model CODE (--com N | --ethernet) --file PATH [options]\n"
+           "       firmcast-batch --display (--com N | --ethernet IP) --file PATH\n"
+           "                      [--logic-address DD] [--speed BAUD]\n"
            "       firmcast-batch --inspect FILE\n"
            "       firmcast-batch --inspect-synthetic\n"
            "       firmcast-batch --list-ports\n"
@@ -248,6 +311,16 @@ std::string usageText() {
            "                      (a line a phase and a tenth), json (an object a line)\n"
            "                      or none; on standard error\n"
            "Every option but --serial is given once; \"--option=value\" works too.\n"
+           "\n"
+           "--display             load a graphic display from its own screen, opened from\n"
+           "                      the way step of model 0, through the driver\n"
+           "                      korvacom/korvacom of the program's folder: over\n"
+           "                      --com N or --ethernet IP (the display's address), with\n"
+           "                      --logic-address DD (00 to 49, default 00) and --speed\n"
+           "                      BAUD on a serial line (default 19200). At the end the\n"
+           "                      screen's last word is printed as \"label: <text>\"; exit\n"
+           "                      status 0 when it is \"Loaded OK\", 1 otherwise, 3 on the\n"
+           "                      fatal trap\n"
            "\n"
            "--inspect FILE        read FILE as an Ethernet load of a Serie_W scale would\n"
            "                      (the message list, then the image and its checksum) and\n"

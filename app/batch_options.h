@@ -13,6 +13,7 @@ enum class Mode {
     Inspect,           // --inspect FILE: a dry run of the Ethernet reads of FILE
     InspectSynthetic,  // --inspect-synthetic: the synthetic message list
     Load,              // --model CODE --file PATH ...: load devices as an operator would
+    Display,           // --display ...: load a graphic display from its own screen
 };
 
 // How a load shows its progress on standard error.
@@ -40,6 +41,10 @@ struct Options {
     bool adsl = false;                 // tick the ADSL box of the scale list
     bool checkFile = false;            // refuse a file with a bad line before the port opens
     Progress progress = Progress::Auto;
+    // A graphic display: the way (com, or the display's IP address) and its
+    // logical address, an entry of the screen's list "00" to "49".
+    std::string displayIp;
+    std::string logicAddress;
 };
 
 // What went wrong with a command line.

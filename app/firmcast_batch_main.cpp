@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/batch_display.h"
 #include "app/batch_dry_run.h"
 #include "app/batch_exit.h"
 #include "app/batch_load.h"
@@ -38,6 +39,8 @@ int run(const fc::batch::Options& options) {
             return fc::batch::inspectSynthetic(std::cout);
         case Mode::Load:
             return fc::batch::runLoad(options, std::cout, std::cerr);
+        case Mode::Display:
+            return fc::batch::runDisplay(options, std::cout, std::cerr);
     }
     return fc::batch::kExitBadUsage;
 }

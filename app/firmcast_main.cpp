@@ -6,6 +6,7 @@
 #include "app/port_notices.h"
 #include "control/firmcast_form.h"
 #include "gui/datos_balanza_layout.h"
+#include "gui/display_layout.h"
 #include "gui/firmcast_layout.h"
 #include "platform/file_table.h"
 #include "platform/linux/linux_machine.h"
@@ -36,6 +37,7 @@ int main(int argc, char** argv) {
     };
     fc::registerFirmcastLayout();
     fc::registerDatosBalanzaLayout();
+    fc::registerDisplayLayout();
     fc::ScreenWindow window(form, pump);
     try {
         form.Form_Load(fc::commandLineText(argc, argv));

@@ -17,6 +17,7 @@
 #include "sim/echo_device.h"
 #include "sim/ethernet_scale.h"
 #include "sim/host/interface_mac.h"
+#include "sim/graphic_display_device.h"
 #include "sim/host/pty_device_host.h"
 #include "sim/host/tcp_device_host.h"
 #include "sim/numbered_scale.h"
@@ -54,6 +55,10 @@ std::unique_ptr<fc::SerialDevice> makeDevice(const fc::SimOptions& o) {
         auto device = std::make_unique<fc::BankedDevice>(config);
         device->faults = o.faults;
         return device;
+    }
+    if (o.kind == "graphic-display") {
+        return std::make_unique<fc::sim::GraphicDisplayDevice>(o.displayFaults,
+                                                               fc::LineSettings{o.baud, 'N', 8, 1});
     }
     return std::make_unique<fc::EchoDevice>(fc::LineSettings{o.baud, 'N', 8, 1});
 }
@@ -119,9 +124,23 @@ int runEthernetScale(const fc::SimOptions& o) {
     });
 }
 
+// The display behind the port, logging how many records it has taken.
+int runGraphicDisplay(const fc::SimOptions& o) {
+    fc::sim::GraphicDisplayDevice display(o.displayFaults);
+    long logged = 0;
+    return serve(display, o, [&](std::ofstream& log) {
+        if (display.linesHeard() != logged) {
+            logged = display.linesHeard();
+            log << "records " << logged << "\n" << std::flush;
+        }
+    });
+}
+
 int runTcp(const fc::SimOptions& o) {
     if (o.kind == "ethernet-scale")
         return runEthernetScale(o);
+    if (o.kind == "graphic-display")
+        return runGraphicDisplay(o);
     fc::SinkScale sink;
     sink.faults = o.tcpFaults;
     sink.readBytesPerSecond = o.readRate;

@@ -358,6 +358,8 @@ class Firmcast : public Screen {
     std::vector<std::string> dirEntries_;
     std::unique_ptr<frmCargaMV510> visor_;
     std::unique_ptr<frmCargaDisplayGrafico> display_;
+    // The command line the program was started with.
+    std::string linea_comandos_;
     CommonModule common_{services_};
     NetworkModule red_{common_, services_.network, TimerClose};
 };

@@ -48,6 +48,7 @@ void Firmcast::runDriver(const std::string& commandLine) {
 }
 
 void Firmcast::startUp(const std::string& commandLine) {
+    linea_comandos_ = commandLine;
     setCaption(caption() + " A");
     nivel = commandLine.empty() ? 0
                                 : Integer((std::isdigit(static_cast<unsigned char>(commandLine[0]))

@@ -224,11 +224,17 @@ void Firmcast::cmdSave_Click() {
     GuardaInfoIni();
 }
 
-// The graphic display is loaded from a screen of its own, created the first
-// time it is asked for; the wizard stays on the way step.
+// The graphic display is loaded from a screen of its own, created and loaded
+// the first time it is asked for; the wizard stays on the way step.
 void Firmcast::cmdDisplayGrafico_Click() {
-    if (!display_)
-        display_ = std::make_unique<frmCargaDisplayGrafico>(services_);
+    if (!display_) {
+        auto arranca = [this](const std::string& commandLine) -> long {
+            return hooks_.startProgram ? hooks_.startProgram(commandLine) : 0;
+        };
+        display_ = std::make_unique<frmCargaDisplayGrafico>(services_, common_, arranca);
+        display_->linea_comandos = linea_comandos_;
+        display_->Form_Load();
+    }
     services_.dialogs.showModal(*display_);
 }
 

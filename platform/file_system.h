@@ -31,6 +31,10 @@ class FileSystem {
     // 70 when it is in use.
     virtual void deleteFile(const std::string& path) = 0;
 
+    // FileCopy of one file over another, which is replaced: 53 when the
+    // source is missing, 75 when the copy may not be written.
+    virtual void copyFile(const std::string& from, const std::string& to) = 0;
+
     // FileLen: 53 when the file is missing.
     virtual std::int64_t fileLength(const std::string& path) = 0;
 };

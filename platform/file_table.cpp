@@ -96,6 +96,15 @@ bool FileTable::eof(int number) {
     return e.stream.peek() == std::char_traits<char>::eof();
 }
 
+void FileTable::seek(int number, std::int64_t position) {
+    Entry& e = entry(number);
+    if (position < 1)
+        throw RuntimeError(err::kBadRecordNumber);
+    e.stream.clear();
+    e.stream.seekg(position - 1);
+    e.stream.seekp(position - 1);
+}
+
 std::int64_t FileTable::lof(int number) {
     Entry& e = entry(number);
     std::error_code ec;

@@ -24,6 +24,8 @@ class FileTable {
     // Writes text and CR LF.
     void print(int number, const std::string& text);
     bool eof(int number);
+    // Seek: the next read starts at byte `position`, counted from 1.
+    void seek(int number, std::int64_t position);
     // Length of the file in bytes.
     std::int64_t lof(int number);
     bool isOpen(int number) const { return files_.count(number) != 0; }

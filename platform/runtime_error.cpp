@@ -21,6 +21,7 @@ std::string standardDescription(int number) {
         {58, "File already exists"},
         {61, "Disk full"},
         {62, "Input past end of file"},
+        {63, "Bad record number"},
         {67, "Too many files"},
         {68, "Device unavailable"},
         {70, "Permission denied"},

@@ -44,6 +44,13 @@ void Screen::unload() {
     changed();
 }
 
+void Screen::hide() {
+    if (!loaded_)
+        return;
+    loaded_ = false;
+    changed();
+}
+
 Control* Screen::find(const std::string& name) const {
     for (Control* control : controls_) {
         if (control->name() == name)

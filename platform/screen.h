@@ -37,6 +37,9 @@ class Screen {
     void load();
     // Closes the window: runs onUnload first (Form_Unload).
     void unload();
+    // Hides the window without unloading it: a modal show of it ends, and
+    // the screen keeps its state for the next show.
+    void hide();
     std::function<void()> onUnload;
 
     const std::vector<Control*>& controls() const { return controls_; }

@@ -11,7 +11,7 @@ packages=(
     xvfb xauth x11-utils xdotool imagemagick
     clang libclang-rt-14-dev
     zlib1g-dev srecord
-    libsqlite3-dev
+    libsqlite3-dev sqlite3
     unixodbc-dev odbcinst libsqliteodbc odbc-postgresql postgresql
     iproute2 libcap2-bin
 )

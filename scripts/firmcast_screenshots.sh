@@ -4,8 +4,9 @@
 # of G scale behind the boot ROM button, the way
 # step on RS-232 and on Ethernet, the file step with a folder of firmware
 # files, the scale list of the Ethernet way with three scales, a load in
-# progress, an Ethernet load of three scales in progress and at its end, and
-# the scale record form. The program firmcast_screens walks the real screen to each of
+# progress, an Ethernet load of three scales in progress and at its end, the
+# scale record form, and the graphic display's load screen. The program
+# firmcast_screens walks the real screen to each of
 # them. Writes docs/screenshots/firmcast-<scene>.png.
 #
 # Usage: scripts/firmcast_screenshots.sh [SCENE...]   (default: all)
@@ -27,13 +28,13 @@ program=$build/bin/firmcast_screens
 declare -A settle=(
     [model-scales]=2 [model-labellers]=2 [model-visors]=2 [boot-rom]=2
     [way-rs232]=2 [way-ethernet]=2 [file]=2 [scales]=3 [load]=7
-    [ethernet-load]=6 [ethernet-end]=12 [record-form]=6
+    [ethernet-load]=6 [ethernet-end]=12 [record-form]=6 [display]=6
 )
 # The window photographed, when it is not the main one.
 declare -A titles=([record-form]="Scale Data")
 scenes=("$@")
 [[ ${#scenes[@]} -gt 0 ]] || scenes=(model-scales model-labellers model-visors boot-rom way-rs232 way-ethernet file scales load
-                                     ethernet-load ethernet-end record-form)
+                                     ethernet-load ethernet-end record-form display)
 
 for scene in "${scenes[@]}"; do
     [[ -n ${settle[$scene]:-} ]] || { echo "firmcast_screenshots: no scene $scene" >&2; exit 2; }

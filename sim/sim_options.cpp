@@ -133,6 +133,14 @@ std::string simUsage() {
            "  --log FILE              write the connections and byte counts to FILE\n"
            "  Counts run over all connections; each fault happens once.\n"
            "\n"
+           "usage: firmcast-sim [--tcp PORT] --device graphic-display [options]\n"
+           "  A scale's graphic display behind the communications driver, on a pty or\n"
+           "  on a port: it takes the records as lines, checks their order and the\n"
+           "  image's CRC, and answers each question with SI or NO and its tag.\n"
+           "  --rejects-crc           answer NO to the last question\n"
+           "  --rejects-questions     answer NO to the questions before it\n"
+           "  --silent-at-end         never answer the last question\n"
+           "\n"
            "usage: firmcast-sim --tcp PORT --device ethernet-scale [options]\n"
            "  A scale's Ethernet boot loader that takes the loader's messages of 1029\n"
            "  bytes, keeps its flash and answers code 3 after its erase, code 5 with\n"
@@ -180,12 +188,18 @@ bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error)
             out.scaleFaults.silentEndOfLoad = true;
         } else if (option == "--split-answers") {
             out.scaleFaults.splitAnswers = true;
+        } else if (option == "--rejects-crc") {
+            out.displayFaults.rejectsCrc = true;
+        } else if (option == "--rejects-questions") {
+            out.displayFaults.rejectsQuestions = true;
+        } else if (option == "--silent-at-end") {
+            out.displayFaults.silentAtEnd = true;
         } else if (!value(v)) {
             return false;
         } else if (option == "--device") {
             out.kind = v;
             if (out.kind != "numbered" && out.kind != "banked" && out.kind != "echo" &&
-                out.kind != "ethernet-scale") {
+                out.kind != "ethernet-scale" && out.kind != "graphic-display") {
                 error = "unknown device " + out.kind;
                 return false;
             }

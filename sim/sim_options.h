@@ -8,6 +8,7 @@
 
 #include "sim/device_faults.h"
 #include "sim/ethernet_scale.h"
+#include "sim/graphic_display.h"
 #include "sim/sink_scale.h"
 
 namespace fc {
@@ -37,6 +38,7 @@ struct SimOptions {
     EthernetScale::Faults scaleFaults;  // --device ethernet-scale
     // The interface whose address a stored MAC becomes; empty: none.
     std::string interfaceName;
+    sim::DisplayFaults displayFaults;   // --device graphic-display
 };
 
 bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error);

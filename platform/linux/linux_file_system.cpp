@@ -81,6 +81,15 @@ void LinuxFileSystem::deleteFile(const std::string& path) {
     throw RuntimeError(inUse ? err::kPermissionDenied : err::kPathFileAccessError);
 }
 
+void LinuxFileSystem::copyFile(const std::string& from, const std::string& to) {
+    std::error_code ec;
+    fs::path source = nativePath(from);
+    if (!fs::is_regular_file(source, ec))
+        throw RuntimeError(err::kFileNotFound);
+    if (!fs::copy_file(source, nativePath(to), fs::copy_options::overwrite_existing, ec))
+        throw RuntimeError(err::kPathFileAccessError);
+}
+
 std::int64_t LinuxFileSystem::fileLength(const std::string& path) {
     std::error_code ec;
     auto size = fs::file_size(nativePath(path), ec);

@@ -10,6 +10,7 @@ class LinuxFileSystem : public FileSystem {
     std::vector<FoundEntry> findFiles(const std::string& pattern) override;
     void makeFolder(const std::string& path) override;
     void deleteFile(const std::string& path) override;
+    void copyFile(const std::string& from, const std::string& to) override;
     std::int64_t fileLength(const std::string& path) override;
 };
 

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <semaphore.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -20,11 +21,15 @@ class Semaphore {
     Semaphore() = default;
     Semaphore(const Semaphore&) = delete;
     Semaphore& operator=(const Semaphore&) = delete;
+    // The last user to let go removes the object's name and its companion
+    // file, as a kernel object dies with its last handle: nothing of it is
+    // left behind.
     ~Semaphore() {
-        if (sem_ != SEM_FAILED)
-            sem_close(sem_);
-        if (lockFd_ >= 0)
-            close(lockFd_);  // drops the lock
+        if (lockFd_ >= 0 && flock(lockFd_, LOCK_EX | LOCK_NB) == 0) {
+            sem_unlink(semName_.c_str());
+            unlink(lockPath_.c_str());
+        }
+        closeBoth();
     }
 
     // Opens the semaphore; `fresh` tells whether nobody else held it, so that
@@ -32,12 +37,24 @@ class Semaphore {
     bool open(const std::string& semName, const std::string& lockPath, bool& fresh) {
         if (lockPath.empty())
             return openUnnamed(semName, fresh);
-        lockFd_ = ::open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-        if (lockFd_ < 0)
-            return false;
-        fresh = flock(lockFd_, LOCK_EX | LOCK_NB) == 0;
-        sem_ = sem_open(semName.c_str(), O_CREAT, 0666, 0);
-        return sem_ != SEM_FAILED;
+        semName_ = semName;
+        lockPath_ = lockPath;
+        // A companion file whose last user removed it while this one was
+        // opening it is left for a fresh one.
+        for (int attempt = 0; attempt < 100; ++attempt) {
+            lockFd_ = ::open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+            if (lockFd_ < 0)
+                return false;
+            fresh = flock(lockFd_, LOCK_EX | LOCK_NB) == 0;
+            if (!fresh)
+                flock(lockFd_, LOCK_SH);
+            if (stillNamed()) {
+                sem_ = sem_open(semName.c_str(), O_CREAT, 0666, 0);
+                return sem_ != SEM_FAILED;
+            }
+            closeBoth();
+        }
+        return false;
     }
 
     // Holds the object as one user among others. A first user calls it once
@@ -96,8 +113,24 @@ class Semaphore {
         return true;
     }
 
+    bool stillNamed() const {
+        struct stat st {};
+        return fstat(lockFd_, &st) == 0 && st.st_nlink > 0;
+    }
+
+    void closeBoth() {
+        if (sem_ != SEM_FAILED)
+            sem_close(sem_);
+        sem_ = SEM_FAILED;
+        if (lockFd_ >= 0)
+            close(lockFd_);  // drops the lock
+        lockFd_ = -1;
+    }
+
     sem_t* sem_ = SEM_FAILED;
     int lockFd_ = -1;
+    std::string semName_;
+    std::string lockPath_;
 };
 
 class PosixEvent : public KernelObject {

@@ -17,7 +17,9 @@
 // wait, every process holding a handle keeps a shared lock on the companion
 // file "<lock folder>/firmcast-handles.N"; the first to open the object while
 // nobody else holds it (an exclusive lock succeeds) starts it afresh with the
-// initial state asked for.
+// initial state asked for, and the last to let go of it (an exclusive lock
+// succeeds again) removes the semaphore and the companion file, so that
+// nothing of the object is left once no process holds it.
 #pragma once
 
 #include <string>

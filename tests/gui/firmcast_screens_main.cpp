@@ -16,6 +16,7 @@
 // folder, and keeps a simulated Serie_N scale on a real pseudo-terminal as
 // COM1, so that the load scene is a real load in progress. It runs until it
 // is stopped.
+#include <sqlite3.h>
 #include <QApplication>
 #include <cstdio>
 #include <cstdlib>
@@ -27,6 +28,7 @@
 #include "control/firmcast_form.h"
 #include "control/mac_steps.h"
 #include "gui/datos_balanza_layout.h"
+#include "gui/display_layout.h"
 #include "gui/firmcast_layout.h"
 #include "mac/mac_module.h"
 #include "mac/mac_tables.h"
@@ -88,6 +90,21 @@ void makeDrives(const fs::path& root) {
     fs::create_directories(root / "C" / "Firmware");
     // A program folder without config.ini: the scale list starts empty.
     fs::create_directories(root / "Home");
+    // The display screen's driver folder, its switches and its database, and
+    // a display's firmware on C:.
+    fs::create_directories(root / "Home" / "korvacom");
+    std::ofstream(root / "Home" / "korvacom" / "Korctrl.txt", std::ios::binary)
+        << "-v 19200\r\n-p COM1\r\n-m 0\r\n";
+    fs::create_directories(root / "Home" / "Database");
+    sqlite3* db = nullptr;
+    sqlite3_open((root / "Home" / "Database" / "KorvaFirmcast.mdb").c_str(), &db);
+    sqlite3_exec(db,
+                 "CREATE TABLE DAT_Parametro (Parametro TEXT, ValorParametro TEXT);"
+                 "INSERT INTO DAT_Parametro VALUES ('VERSION', 'D');",
+                 nullptr, nullptr, nullptr);
+    sqlite3_close(db);
+    writeFirmware(root / "C" / "Display W-420 v2.10.hex", 300);
+    writeFirmware(root / "C" / "Display W-420 v2.11.hex", 300);
 }
 
 using Scene = void (*)(fc::Firmcast&, fc::OperatorScript&);
@@ -160,6 +177,8 @@ const std::map<std::string, Scene> kScenes = {
                      [&f] { fc::operatorClick(f, "optEthernet"); });
      }},
     {"file", fileStep},
+    // The display screen is shown by itself (see showDisplayScreen).
+    {"display", [](fc::Firmcast&, fc::OperatorScript&) {}},
     {"scales",
      [](fc::Firmcast& f, fc::OperatorScript& script) {
          pick(f, script, "optBalanzas", "Picture4");
@@ -235,6 +254,19 @@ class AnsweringDialogs : public fc::QtDialogs {
 
 }  // namespace
 
+// The graphic display's load screen in its own window, on RS-232 with a
+// display's file chosen, as cmdDisplayGrafico shows it from the way step.
+int showDisplayScreen(fc::Firmcast& form, fc::QtPump& pump) {
+    fc::frmCargaDisplayGrafico display(form.services(), form.common(), {});
+    display.Form_Load();
+    fc::ScreenWindow window(display, pump);
+    display.load();
+    window.show();
+    fc::operatorClick(display, "optrs232");
+    fc::operatorSelectText(display, "File1", "Display W-420 v2.11.hex");
+    for (;;) pump.doEvents();
+}
+
 int main(int argc, char** argv) {
     auto scene = argc == 2 ? kScenes.find(argv[1]) : kScenes.end();
     if (scene == kScenes.end()) {
@@ -279,6 +311,9 @@ int main(int argc, char** argv) {
         machine.services(pump, dialogs, serialPorts, files, (root / "Home").string()));
     form.hooks().startProgram = [&launcher](const std::string& c) { return launcher.start(c); };
     fc::registerFirmcastLayout();
+    fc::registerDisplayLayout();
+    if (scene->first == "display")
+        return showDisplayScreen(form, pump);
     fc::registerDatosBalanzaLayout();
     // The record form's register: a SQLite file with the scale's row.
     fc::UnixOdbcEnvironment odbc;

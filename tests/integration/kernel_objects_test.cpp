@@ -202,5 +202,56 @@ TEST_F(PosixObjectsTest, UnnamedObjectsLeaveNoNameBehind) {
     kernel.closeHandle(b);
 }
 
+TEST_F(PosixObjectsTest, TheLastHandleToCloseLeavesNothingOfTheNamedEventBehind) {
+    PosixKernelObjects loader(prefix());
+    PosixKernelObjects driver(prefix());
+    const std::string sem =
+        "/dev/shm/sem." + loader.semaphoreName("Evento_Recursos_KorvaCOM").substr(1);
+    const std::string lock =
+        "/dev/shm/firmcast-handles." + loader.semaphoreName("Evento_Recursos_KorvaCOM").substr(1);
+    Handle a = loader.createEvent(true, false, "Evento_Recursos_KorvaCOM");
+    Handle b = driver.createEvent(true, false, "Evento_Recursos_KorvaCOM");
+    ASSERT_NE(a, 0);
+    ASSERT_NE(b, 0);
+    EXPECT_EQ(driver.setEvent(b), 1);
+    EXPECT_EQ(loader.waitForSingleObject(a, 0), wait::kObject0) << "one object for both";
+    EXPECT_EQ(driver.closeHandle(b), 1);
+    EXPECT_TRUE(std::filesystem::exists(sem)) << "still held by the loader";
+    EXPECT_EQ(loader.closeHandle(a), 1);
+    EXPECT_FALSE(std::filesystem::exists(sem));
+    EXPECT_FALSE(std::filesystem::exists(lock));
+    Handle again = loader.createEvent(true, false, "Evento_Recursos_KorvaCOM");
+    EXPECT_EQ(loader.waitForSingleObject(again, 0), wait::kTimeout)
+        << "a fresh event, not signalled";
+    loader.closeHandle(again);
+}
+
+TEST_F(PosixObjectsTest, AHandleInAnotherProcessKeepsTheEventAliveUntilItEnds) {
+    const std::string names = prefix();  // the parent's: the child's pid differs
+    PosixKernelObjects kernel(names);
+    const std::string sem = "/dev/shm/sem." + kernel.semaphoreName("E").substr(1);
+    int toChild[2], fromChild[2];
+    ASSERT_EQ(pipe(toChild), 0);
+    ASSERT_EQ(pipe(fromChild), 0);
+    pid_t child = spawn([&] {
+        PosixKernelObjects own(names);
+        Handle h = own.createEvent(true, false, "E");
+        char c = h != 0 ? 'y' : 'n';
+        (void)!write(fromChild[1], &c, 1);
+        (void)!read(toChild[0], &c, 1);
+        own.closeHandle(h);
+    });
+    char c = 0;
+    ASSERT_EQ(read(fromChild[0], &c, 1), 1);
+    ASSERT_EQ(c, 'y');
+    Handle mine = kernel.createEvent(true, false, "E");
+    kernel.closeHandle(mine);
+    EXPECT_TRUE(std::filesystem::exists(sem)) << "the other process still holds it";
+    (void)!write(toChild[1], "x", 1);
+    EXPECT_EQ(reap(child), 0);
+    EXPECT_FALSE(std::filesystem::exists(sem));
+    for (int fd : {toChild[0], toChild[1], fromChild[0], fromChild[1]}) close(fd);
+}
+
 }  // namespace
 }  // namespace fc

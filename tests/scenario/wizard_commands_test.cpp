@@ -4,6 +4,7 @@
 // scale list's Save, the address check of the start and the clean-ups.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -262,8 +263,21 @@ TEST(WizardCommands, NextOnStepZeroRestoresTheRememberedFileWhichAPictureClickFo
     EXPECT_EQ(f->File1.listIndex(), -1);
 }
 
-TEST(WizardCommands, TheGraphicDisplayButtonOpensItsScreenAndTheWayStepStays) {
+// The display screen's database, which its load checks.
+void makeDisplayDatabase(const TempFolder& home) {
+    std::filesystem::create_directories(home.path() / "Database");
+    sqlite3* db = nullptr;
+    sqlite3_open((home.path() / "Database/KorvaFirmcast.mdb").c_str(), &db);
+    sqlite3_exec(db,
+                 "CREATE TABLE DAT_Parametro (Parametro TEXT, ValorParametro TEXT);"
+                 "INSERT INTO DAT_Parametro VALUES ('VERSION', 'D');",
+                 nullptr, nullptr, nullptr);
+    sqlite3_close(db);
+}
+
+TEST(WizardCommands, TheGraphicDisplayButtonOpensItsScreenAndBackReturnsToTheWayStep) {
     ScenarioRig rig;
+    makeDisplayDatabase(rig.home);
     Firmcast* f = &rig.form();
     OperatorScript onDisplay(rig.pump);
     auto displayShown = [f] {
@@ -277,13 +291,13 @@ TEST(WizardCommands, TheGraphicDisplayButtonOpensItsScreenAndTheWayStepStays) {
     rig.script.after(100, "look", [] { throw ScenarioDone{}; });
     onDisplay.when(displayShown, "the display screen", [f, &firstShown] {
         firstShown = f->displayScreen();
-        EXPECT_EQ(firstShown->caption(), "Cobalt Graphic Display Loader");
+        EXPECT_EQ(firstShown->caption(), "Firmcast working on Ethernet ");
         EXPECT_EQ(f->paso_asistente, 1);
-        f->displayScreen()->unload();
+        operatorClick(*f->displayScreen(), "cmdAtras");
     });
     onDisplay.when(displayShown, "the same screen", [f, &firstShown] {
         EXPECT_EQ(f->displayScreen(), firstShown);
-        f->displayScreen()->unload();
+        operatorClick(*f->displayScreen(), "cmdAtras");
     });
     EXPECT_EQ(rig.run(""), -1);
     EXPECT_TRUE(onDisplay.finished());
