@@ -35,7 +35,7 @@ std::string displayFirmware(int dataLines, int seed) {
 DisplayRig::DisplayRig(sim::DriverFaults driverFaults, sim::DisplayFaults displayFaults)
     : drives({{'c', driveC.path().string()}}),
       services{pump,   dialogs,    serial, files,    home.path().string(),
-               drives, fileSystem, kernel, calendar, databases} {
+               drives, fileSystem, kernel, calendar, databases, network} {
     std::filesystem::current_path(currentFolder.path());
     home.write("korvacom/Korctrl.txt", kSwitchesShipped);
     makeDatabase(home.path() / "Database/KorvaFirmcast.mdb");

@@ -21,6 +21,7 @@
 #include "support/scenario_rig.h"
 #include "virtual/virtual_calendar.h"
 #include "virtual/virtual_kernel_objects.h"
+#include "virtual/virtual_network.h"
 #include "virtual/virtual_pump.h"
 #include "virtual/virtual_serial.h"
 
@@ -54,6 +55,7 @@ class DisplayRig {
     VirtualKernelObjects kernel{pump};
     VirtualCalendar calendar{pump, LocalDateTime{2005, 3, 21, 10, 42, 0}};
     SqliteDatabaseEngine databases;
+    VirtualNetwork network{pump};
     Drives drives;
     Services services;
     CommonModule common{services};
