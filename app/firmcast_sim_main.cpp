@@ -71,7 +71,7 @@ int serve(fc::TcpDevice& device, const fc::SimOptions& o,
     fc::RealPump pump;
     std::unique_ptr<fc::TcpDeviceHost> host;
     try {
-        host = std::make_unique<fc::TcpDeviceHost>(pump, device, "0.0.0.0", o.tcpPort);
+        host = std::make_unique<fc::TcpDeviceHost>(pump, device, o.listenAddress, o.tcpPort);
     } catch (const std::exception& e) {
         std::cerr << "firmcast-sim: " << e.what() << "\n";
         return 1;

@@ -78,6 +78,10 @@ bool tcpOption(const std::string& option, const char* v, SimOptions& out) {
         return count(v, out.scaleFaults.stopReadingAt);
     if (option == "--drop-at")
         return count(v, out.scaleFaults.dropAt);
+    if (option == "--address") {
+        out.listenAddress = v;
+        return !out.listenAddress.empty();
+    }
     if (option == "--interface") {
         out.interfaceName = v;
         return !out.interfaceName.empty();
@@ -154,6 +158,7 @@ std::string simUsage() {
            "  --silent-erase          erase without answering code 3\n"
            "  --silent-end-of-load    take the end of the load (0x67) without answering\n"
            "  --drop-at K             take message K whole, then reset the connection\n"
+           "  --address A             listen on address A only (default 0.0.0.0)\n"
            "  --interface IF          take a 0x68 message's MAC as interface IF's address\n"
            "                          (in a network namespace of its own, as root)\n"
            "  --split-answers         send every answer in two segments\n"

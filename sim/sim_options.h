@@ -36,6 +36,8 @@ struct SimOptions {
     int receiveBuffer = 2048;
     SinkScale::Faults tcpFaults;
     EthernetScale::Faults scaleFaults;  // --device ethernet-scale
+    // The address the TCP mode listens on.
+    std::string listenAddress = "0.0.0.0";
     // The interface whose address a stored MAC becomes; empty: none.
     std::string interfaceName;
     sim::DisplayFaults displayFaults;   // --device graphic-display
