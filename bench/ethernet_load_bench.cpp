@@ -26,6 +26,7 @@
 #include "operator/model_choice.h"
 #include "operator/operator_script.h"
 #include "operator/recording_dialogs.h"
+#include "operator/scale_list_entry.h"
 #include "platform/file_table.h"
 #include "platform/linux/linux_machine.h"
 #include "platform/linux/real_pump.h"
@@ -134,11 +135,13 @@ void run(int scales, long rate) {
         if (port == 0)
             std::sscanf(sims.back()->firstLine().c_str(), "listening on %d", &port);
     }
+    // The port from config.ini; the list typed in, as an operator does (a
+    // list of twenty is not taken from the file).
     std::ofstream ini(root / "Home" / "config.ini", std::ios::binary);
-    ini << "[Balanzas]\r\nNumero=" << scales << "\r\n[Direcciones]\r\n";
-    for (int n = 1; n <= scales; ++n) ini << "dir" << n << "=127.0.0." << n << "\r\n";
     ini << "[Puertos]\r\nTx=" << port << "\r\n";
     ini.close();
+    std::vector<std::string> addresses;
+    for (int n = 1; n <= scales; ++n) addresses.push_back("127.0.0." + std::to_string(n));
 
     fc::LinuxMachine machine(fc::Drives({{'c', (root / "C").string()}}));
     fc::RealPump pump;
@@ -150,9 +153,9 @@ void run(int scales, long rate) {
     const auto start = std::chrono::steady_clock::now();
     form.lblInformacion.addObserver([&](fc::Control& c) {
         if (changes.empty() || changes.back().text != c.caption()) {
-            double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() -
-                                                                  start)
-                            .count();
+            double ms =
+                std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
+                    .count();
             changes.push_back(Change{ms, c.caption()});
         }
     });
@@ -160,16 +163,21 @@ void run(int scales, long rate) {
     fc::Firmcast* f = &form;
     script.when([f] { return f->Seleccion.reachable(); }, "model",
                 [f] { fc::operatorPickModel(*f, 0); });
-    script.when([f] { return f->frPuerto.reachable(); }, "Ethernet", [f] {
-        fc::operatorClick(*f, "optEthernet");
-        fc::operatorClick(*f, "cmdAdelante");
-    });
-    script.when([f] { return f->paso_asistente == 2 && f->File1.reachable(); }, "file", [f] {
-        fc::operatorSelectText(*f, "File1", "flash.hex");
-        fc::operatorClick(*f, "cmdAdelante");
-    });
+    script.when([f] { return f->frPuerto.reachable(); }, "Ethernet",
+                [f] {
+                    fc::operatorClick(*f, "optEthernet");
+                    fc::operatorClick(*f, "cmdAdelante");
+                });
+    script.when([f] { return f->paso_asistente == 2 && f->File1.reachable(); }, "file",
+                [f] {
+                    fc::operatorSelectText(*f, "File1", "flash.hex");
+                    fc::operatorClick(*f, "cmdAdelante");
+                });
     script.when([f] { return f->paso_asistente == 3 && f->frBalanzasEth.reachable(); }, "list",
-                [f] { fc::operatorClick(*f, "cmdAdelante"); });
+                [f, &addresses] {
+                    fc::introduceListaBalanzas(*f, addresses, false);
+                    fc::operatorClick(*f, "cmdAdelante");
+                });
     script.when([f] { return f->esperando_otra != fc::kFalse; }, "end", [] { throw Stop{}; });
     try {
         form.Form_Load("3");
@@ -196,15 +204,17 @@ void run(int scales, long rate) {
     const double perSecond = messages / (sumTransfer / each / 1000.0);
     std::printf("%d scale(s), %ld messages of %d bytes, read %s: %ld ok\n", scales, messages,
                 kMessageBytes, rate ? (std::to_string(rate) + " B/s").c_str() : "at once", ok);
-    std::printf("  per scale (ms): connect+settle %.0f, erase wait %.0f (scale's %d), transfer "
-                "%.0f, checksum wait %.1f; whole turn %.0f\n",
-                sumConnect / each, sumErase / each, kEraseMs, sumTransfer / each,
-                sumChecksum / each, total / each);
+    std::printf(
+        "  per scale (ms): connect+settle %.0f, erase wait %.0f (scale's %d), transfer "
+        "%.0f, checksum wait %.1f; whole turn %.0f\n",
+        sumConnect / each, sumErase / each, kEraseMs, sumTransfer / each, sumChecksum / each,
+        total / each);
     std::printf("  transfer: %.0f messages/s", perSecond);
     if (rate > 0) {
         double readMs = 1000.0 * (messages - 1) * kMessageBytes / static_cast<double>(rate);
-        std::printf(", the scale reads them in %.0f ms: the loader takes %.3f times that (+%.1f %%)",
-                    readMs, sumTransfer / each / readMs, 100.0 * (sumTransfer / each / readMs - 1));
+        std::printf(
+            ", the scale reads them in %.0f ms: the loader takes %.3f times that (+%.1f %%)",
+            readMs, sumTransfer / each / readMs, 100.0 * (sumTransfer / each / readMs - 1));
     }
     std::printf("\n  whole run %.1f s\n", total / 1000.0);
     for (auto& s : sims) s->stop(SIGTERM);
