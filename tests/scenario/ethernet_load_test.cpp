@@ -10,6 +10,7 @@
 #include <filesystem>
 
 #include "ethernet/envia_mensajes.h"
+#include "ethernet/ethernet_panel.h"
 #include "support/ethernet_rig.h"
 #include "support/network_rig.h"
 
@@ -502,6 +503,39 @@ TEST(EthernetLoad, ProductionWayLoadsTheSameMessagesAgainWithoutPreparingTheFile
     EXPECT_TRUE(rig.dialogs.boxes().empty());
     EXPECT_EQ(f->lblInformacion.caption(), "Scale 1 loaded OK");
     EXPECT_EQ(rig.records.size(), 2u);
+}
+
+TEST(EthernetLoad, TheEraseOfOneScaleAloneGoesOverTheSecondSocketAndClosesIt) {
+    EthernetRig rig;
+    rig.addScale(1, ourMac(7));
+    rig.writeList();
+    rig.load(EthernetRig::twoBankFile(), "3");
+    Firmcast& f = rig.form();
+    ASSERT_EQ(rig.scale(1).devices.size(), 1u);
+    EthernetPanel panel = f.ethernetPanel();
+    long long from = rig.pump.now();
+    EnviaMensajeBorrado(panel, nettest::scaleIpText(1));
+    ASSERT_EQ(rig.scale(1).devices.size(), 2u);
+    EXPECT_EQ(rig.scale(1).devices[1]->types(), std::vector<std::uint8_t>{0x55});
+    EXPECT_EQ(f.WsckClienteSiguiente.state(), 0);
+    EXPECT_EQ(f.WsckCliente.state(), 0);
+    // Connected within the 500 ms, the send complete at once, then the close.
+    EXPECT_LT(rig.pump.now() - from, 1000);
+}
+
+TEST(EthernetLoad, TheEraseOfOneScaleAloneGivesUpAfter500MsWhenTheScaleIsOff) {
+    EthernetRig rig;
+    rig.addScale(1, ourMac(7));
+    rig.writeList();
+    rig.load(EthernetRig::twoBankFile(), "3");
+    rig.scale(1).host->setUp(false);
+    EthernetPanel panel = rig.form().ethernetPanel();
+    long long from = rig.pump.now();
+    EnviaMensajeBorrado(panel, nettest::scaleIpText(1));
+    EXPECT_EQ(rig.scale(1).devices.size(), 1u);
+    EXPECT_GE(rig.pump.now() - from, 500);
+    EXPECT_LT(rig.pump.now() - from, 1200);
+    EXPECT_EQ(rig.form().WsckClienteSiguiente.state(), 0);
 }
 
 }  // namespace
