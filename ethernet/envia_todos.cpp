@@ -70,6 +70,17 @@ bool enviaMensaje(EthernetPanel& p, int i, std::size_t j) {
     return true;
 }
 
+// Until `timerout` runs out: yields and sleeps 1 ms a pass, and an answer
+// with `codigo` ends the wait as the time-out would.
+void esperaRespuesta(EthernetPanel& p, Byte codigo) {
+    while (!p.tiempo_agotado) {
+        p.pump.doEvents();
+        p.pump.sleep(1);
+        if (p.respuesta.codigo_respuesta == codigo && p.respuesta.longitud_respuesta >= 1)
+            p.tiempo_agotado = kTrue;
+    }
+}
+
 void avanzaBarra(EthernetPanel& p) {
     if (p.BarraEth.value() < p.BarraEth.max())
         p.BarraEth.setValue(p.BarraEth.value() + 1);
@@ -95,13 +106,7 @@ void EsperaBorrado(EthernetPanel& p) {
     p.lblInformacion.setCaption("Deleting Scale\xC2\xB4s Flash ...");
     // The answer of the scale before can't end this wait.
     p.respuesta.longitud_respuesta = 0;
-    while (!p.tiempo_agotado) {
-        p.pump.doEvents();
-        p.pump.sleep(1);
-        if (p.respuesta.codigo_respuesta == respuesta::kBorrada &&
-            p.respuesta.longitud_respuesta >= 1)
-            p.tiempo_agotado = kTrue;
-    }
+    esperaRespuesta(p, respuesta::kBorrada);
     p.lblInformacion.setCaption("Mensaje 1");
     p.timerout.setEnabled(false);
 }
@@ -131,15 +136,8 @@ void EsperaChecksum(EthernetPanel& p, int i) {
         return;
     arrancaTimerout(p, kEsperaBorradoMs);
     p.lblInformacion.setCaption("Waiting checksum ...");
-    if (p.respuesta.codigo_respuesta != respuesta::kChecksum) {
-        while (!p.tiempo_agotado) {
-            p.pump.doEvents();
-            p.pump.sleep(1);
-            if (p.respuesta.codigo_respuesta == respuesta::kChecksum &&
-                p.respuesta.longitud_respuesta >= 1)
-                p.tiempo_agotado = kTrue;
-        }
-    }
+    if (p.respuesta.codigo_respuesta != respuesta::kChecksum)
+        esperaRespuesta(p, respuesta::kChecksum);
     p.lblInformacion.setCaption("");
     // A time-out leaves the old checksum, and so is told as a checksum error.
     if (p.checksum_memoria != p.respuesta.checksum_balanza) {

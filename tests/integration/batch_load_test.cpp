@@ -236,6 +236,21 @@ TEST(BatchEthernet, AScaleThatStopsReadingEndsInItsErrorWaitOverARealSocket) {
     EXPECT_EQ(run.out, "scale 1: 127.0.0.1 failed: Scale 1 ERROR 42\n");
 }
 
+// One good scale on the loopback at level 1 with the ADSL box ticked: no MAC
+// step, and the record form on the register of `store`.
+BatchResult loadAtLevel1WithRecordForm(MacStore& store, const std::vector<std::string>& extra) {
+    LoopbackScale scale;
+    TempFolder folder, home;
+    writeLoopbackList(home, 1, scale.port);
+    home.write("odbc.ini", store.iniSection(kOrigenMac));
+    std::string file = folder.write("fw.hex", EthernetRig::twoBankFile());
+    std::vector<std::string> args{"--model", "0",      "--ethernet", "--level",
+                                  "1",       "--adsl", "--file",     file};
+    args.insert(args.end(), extra.begin(), extra.end());
+    return runBatchProcess(args, {{"FIRMCAST_HOME", home.path().string()},
+                                  {"ODBCINI", (home.path() / "odbc.ini").string()}});
+}
+
 // At the production level the record form opens for every good scale. With
 // no serial number left it is accepted as it shows; an empty field is
 // refused, and the run stops there naming the scale instead of looping.
@@ -244,15 +259,7 @@ TEST(BatchEthernet, ARecordFormThatRefusesWhatItShowsStopsTheRunNamingTheScale) 
     auto store = MacStore::make("SQLite", whyNot);
     if (!store)
         GTEST_SKIP() << "SQLite is not available here: " << whyNot;
-    LoopbackScale scale;
-    TempFolder folder, home;
-    writeLoopbackList(home, 1, scale.port);
-    home.write("odbc.ini", store->iniSection(kOrigenMac));
-    std::string file = folder.write("fw.hex", EthernetRig::twoBankFile());
-    BatchResult run =
-        runBatchProcess({"--model", "0", "--ethernet", "--level", "1", "--adsl", "--file", file},
-                        {{"FIRMCAST_HOME", home.path().string()},
-                         {"ODBCINI", (home.path() / "odbc.ini").string()}});
+    BatchResult run = loadAtLevel1WithRecordForm(*store, {});
     EXPECT_EQ(run.status, 1) << run.said();
     EXPECT_THAT(run.out,
                 ::testing::HasSubstr("msgbox: You must enter the Scale\xC2\xB4s serial number\n"));
@@ -266,15 +273,7 @@ TEST(BatchEthernet, ASerialAnswersTheRecordFormAndTheLoadGoesOn) {
     auto store = MacStore::make("SQLite", whyNot);
     if (!store)
         GTEST_SKIP() << "SQLite is not available here: " << whyNot;
-    LoopbackScale scale;
-    TempFolder folder, home;
-    writeLoopbackList(home, 1, scale.port);
-    home.write("odbc.ini", store->iniSection(kOrigenMac));
-    std::string file = folder.write("fw.hex", EthernetRig::twoBankFile());
-    BatchResult run = runBatchProcess({"--model", "0", "--ethernet", "--level", "1", "--adsl",
-                                       "--serial", "SN-1", "--file", file},
-                                      {{"FIRMCAST_HOME", home.path().string()},
-                                       {"ODBCINI", (home.path() / "odbc.ini").string()}});
+    BatchResult run = loadAtLevel1WithRecordForm(*store, {"--serial", "SN-1"});
     EXPECT_EQ(run.status, 0) << run.said();
     // Loopback has no address table: the proof by echo finds no answer.
     EXPECT_THAT(run.out, ::testing::HasSubstr("msgbox: The scale does not answer \n"));

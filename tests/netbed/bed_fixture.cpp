@@ -2,6 +2,7 @@
 
 #include <net/if.h>
 
+#include <cstdlib>
 #include <fstream>
 
 #include "platform/linux/icmp_echo.h"
@@ -28,6 +29,24 @@ bool writeLine(const char* path, const std::string& line) {
 }
 
 }  // namespace
+
+std::string programFolder() {
+    const char* bin = std::getenv("FIRMCAST_NETBED_BIN");
+    return bin ? bin : FIRMCAST_BIN_DIR;
+}
+
+std::vector<std::string> simInScale(const BedScale& scale, int port,
+                                    const std::vector<std::string>& options) {
+    std::vector<std::string> words{"ip",
+                                   "netns",
+                                   "exec",
+                                   scale.ns,
+                                   programFolder() + "/firmcast-sim",
+                                   "--tcp",
+                                   std::to_string(port)};
+    words.insert(words.end(), options.begin(), options.end());
+    return words;
+}
 
 void BedTest::SetUp() {
     std::string whyNot;

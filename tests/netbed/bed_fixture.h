@@ -17,6 +17,15 @@ namespace fc::netbed {
 // round trip on a loaded machine; the answer ends the wait at once.
 inline constexpr int kAnsweredTimeoutMs = 3000;
 
+// The folder of the programs the tests start (FIRMCAST_NETBED_BIN, else the
+// build's).
+std::string programFolder();
+
+// The words that run firmcast-sim inside `scale`'s namespace, listening on
+// TCP port `port`, with `options` after.
+std::vector<std::string> simInScale(const BedScale& scale, int port,
+                                    const std::vector<std::string>& options);
+
 class BedTest : public ::testing::Test {
   protected:
     void SetUp() override;

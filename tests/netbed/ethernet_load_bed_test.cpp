@@ -25,28 +25,13 @@ using ::testing::HasSubstr;
 
 constexpr int kScalePort = 3000;
 
-std::string programFolder() {
-    const char* bin = std::getenv("FIRMCAST_NETBED_BIN");
-    return bin ? bin : FIRMCAST_BIN_DIR;
-}
-
-std::vector<std::string> simInScale(const BedScale& scale,
-                                    const std::vector<std::string>& options) {
-    std::vector<std::string> words{"ip",
-                                   "netns",
-                                   "exec",
-                                   scale.ns,
-                                   programFolder() + "/firmcast-sim",
-                                   "--tcp",
-                                   std::to_string(kScalePort),
-                                   "--device",
-                                   "ethernet-scale",
-                                   "--erase-ms",
-                                   "300",
-                                   "--interface",
-                                   kScaleInterface};
-    words.insert(words.end(), options.begin(), options.end());
-    return words;
+// A simulated Ethernet scale in `scale`'s namespace that takes a MAC it is
+// given as its interface's address.
+std::vector<std::string> scaleSim(const BedScale& scale, const std::vector<std::string>& faults) {
+    std::vector<std::string> options{"--device", "ethernet-scale", "--erase-ms",
+                                     "300",      "--interface",    kScaleInterface};
+    options.insert(options.end(), faults.begin(), faults.end());
+    return simInScale(scale, kScalePort, options);
 }
 
 class EthernetLoadOnBed : public BedTest {
@@ -113,8 +98,8 @@ TEST_F(EthernetLoadOnBed, ThreeScalesOneOffOneWrongOneGoodAgainstSqlite) {
         GTEST_SKIP() << "SQLite is not available here: " << whyNot;
     prepareHome(*store, {bed.scales[0], bed.scales[1], bed.scales[2]});
     ASSERT_TRUE(run("ip -n " + bed.scales[0].ns + " link set dev " + kScaleInterface + " down"));
-    FirstLineProcess wrong(simInScale(bed.scales[1], {"--wrong-checksum"}));
-    FirstLineProcess good(simInScale(bed.scales[2], {}));
+    FirstLineProcess wrong(scaleSim(bed.scales[1], {"--wrong-checksum"}));
+    FirstLineProcess good(scaleSim(bed.scales[2], {}));
     ASSERT_EQ(good.firstLine(), "listening on 3000");
 
     test::BatchResult result = load({"SN-WRONG", "SN-GOOD"});
@@ -144,7 +129,7 @@ TEST_F(EthernetLoadOnBed, AGoodScaleGetsItsMacAndRecordFromPostgresql) {
     if (!store)
         GTEST_SKIP() << "PostgreSQL is not available here: " << whyNot;
     prepareHome(*store, {bed.scales[0]});
-    FirstLineProcess good(simInScale(bed.scales[0], {}));
+    FirstLineProcess good(scaleSim(bed.scales[0], {}));
     ASSERT_EQ(good.firstLine(), "listening on 3000");
     test::BatchResult result = load({"SN-PG"});
     EXPECT_EQ(result.status, 0) << result.said();

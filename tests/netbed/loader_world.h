@@ -37,8 +37,8 @@ struct LoaderWorld {
     SqliteDatabaseEngine databases;
     Drives drives;  // none: the tests name host paths
     LinuxNetwork network;
-    Services services{pump,   dialogs,    serialPorts, files,    home.str(),
-                      drives, fileSystem, kernel,      calendar, databases, network};
+    Services services{pump,       dialogs, serialPorts, files,     home.str(), drives,
+                      fileSystem, kernel,  calendar,    databases, network};
     CommonModule c{services};
     WindowTimer TimerClose{pump, "TimerClose"};
     NetworkModule m{c, network, TimerClose};

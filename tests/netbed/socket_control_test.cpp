@@ -27,25 +27,6 @@ constexpr int kMessage = 1029;
 // A guard against a hang, not a measure of speed.
 constexpr int kPatienceMs = 10'000;
 
-std::string programFolder() {
-    const char* bin = std::getenv("FIRMCAST_NETBED_BIN");
-    return bin ? bin : FIRMCAST_BIN_DIR;
-}
-
-// firmcast-sim taking a scale's TCP load inside the scale's namespace.
-std::vector<std::string> simInScale(const BedScale& scale,
-                                    const std::vector<std::string>& options) {
-    std::vector<std::string> words{"ip",
-                                   "netns",
-                                   "exec",
-                                   scale.ns,
-                                   programFolder() + "/firmcast-sim",
-                                   "--tcp",
-                                   std::to_string(kScalePort)};
-    words.insert(words.end(), options.begin(), options.end());
-    return words;
-}
-
 int intOption(int fd, int level, int option) {
     int value = -1;
     socklen_t size = sizeof value;
@@ -82,7 +63,7 @@ class SocketOnBed : public BedTest {
 };
 
 TEST_F(SocketOnBed, TheLoadersOptionsAreSetOnTheRealSocket) {
-    FirstLineProcess sim(simInScale(bed.scales[0], {}));
+    FirstLineProcess sim(simInScale(bed.scales[0], kScalePort, {}));
     ASSERT_EQ(sim.firstLine(), "listening on 3000");
     ASSERT_TRUE(connectTo(bed.scales[0]));
     int fd = static_cast<int>(socket.socketHandle());
@@ -98,7 +79,8 @@ TEST_F(SocketOnBed, TheLoadersOptionsAreSetOnTheRealSocket) {
 
 TEST_F(SocketOnBed, SendCompleteFollowsAScaleThatReadsSlowly) {
     const int rate = 20000;  // bytes a second
-    FirstLineProcess sim(simInScale(bed.scales[1], {"--read-rate", std::to_string(rate)}));
+    FirstLineProcess sim(
+        simInScale(bed.scales[1], kScalePort, {"--read-rate", std::to_string(rate)}));
     ASSERT_EQ(sim.firstLine(), "listening on 3000");
     ASSERT_TRUE(connectTo(bed.scales[1]));
     const int messages = 40;
@@ -114,7 +96,7 @@ TEST_F(SocketOnBed, SendCompleteFollowsAScaleThatReadsSlowly) {
 }
 
 TEST_F(SocketOnBed, SendCompleteNeverComesWhenTheScaleStopsReading) {
-    FirstLineProcess sim(simInScale(bed.scales[2], {"--stop-reading-after", "2058"}));
+    FirstLineProcess sim(simInScale(bed.scales[2], kScalePort, {"--stop-reading-after", "2058"}));
     ASSERT_EQ(sim.firstLine(), "listening on 3000");
     ASSERT_TRUE(connectTo(bed.scales[2]));
     int completed = 0;
@@ -130,7 +112,7 @@ TEST_F(SocketOnBed, SendCompleteNeverComesWhenTheScaleStopsReading) {
 }
 
 TEST_F(SocketOnBed, CerrarSocketClosesTheConnectionToAScale) {
-    FirstLineProcess sim(simInScale(bed.scales[0], {}));
+    FirstLineProcess sim(simInScale(bed.scales[0], kScalePort, {}));
     ASSERT_EQ(sim.firstLine(), "listening on 3000");
     ASSERT_TRUE(connectTo(bed.scales[0]));
     ASSERT_TRUE(sendOne(kPatienceMs));
