@@ -15,6 +15,7 @@
 namespace fc {
 
 class Firmcast;
+class Network;
 
 struct LoadHooks {
     // The next MAC address as twelve hex digits, or empty when none is left.
@@ -27,6 +28,9 @@ struct LoadHooks {
     std::function<void(Firmcast&)> ethernetPath;
     // Starts the Serie_G tool with the command line given; returns its process number.
     std::function<long(const std::string& commandLine)> startProgram;
+    // The network the visor's screen reaches a visor through over UDP; without
+    // one, a load over Ethernet on that screen ends in its error box.
+    Network* network = nullptr;
 };
 
 }  // namespace fc
