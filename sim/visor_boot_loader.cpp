@@ -138,7 +138,7 @@ void VisorBootLoader::perform(const std::string& record, long /*number*/) {
             // Asked, and never answered.
         } else {
             dumped_.push_back(from);
-            answer(config_.dumpTime, dump(from, to) + "\r\n" + kDone);
+            answer(config_.dumpTime, dump(from, to));
         }
     } else if (type == 5) {
         answer(config_.commandTime, hex2(bsb_) + kDone);

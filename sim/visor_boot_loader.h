@@ -14,7 +14,8 @@
 // - type 00 programs data (flash bits are only ever cleared); type 03 data
 //   07 erases the whole flash, 06 00 00 writes 00 to the Boot Status Byte;
 //   type 04 mode 01 checks a range blank, mode 00 dumps it in lines of 16
-//   bytes, each "\r\n", four address digits, "=" and 32 hex digits; type 05
+//   bytes, each "\r\n", four address digits, "=" and 32 hex digits, and
+//   nothing after the last line's digits; type 05
 //   data 07 01 answers the Boot Status Byte as two hex digits before the ".".
 #pragma once
 
