@@ -47,9 +47,10 @@ TEST_F(VisorSync, AVisorSwitchedOnLateIsWaitedForWithUEveryTwoSeconds) {
     v.load();
     EXPECT_EQ(texto, "               Switch on the MV510");
     const auto times = VisorRig::syncTimes(v.serialLoader());
-    // The line opens after its 1 s pulse on DTR; the visor is off until 7 s.
-    ASSERT_EQ(times.size(), 4u) << "at 1, 3 and 5 s unanswered, at 7 s answered";
-    EXPECT_NEAR(times[0], 1000, 1);
+    // The line opened at the choice of RS-232 and again at the load, each
+    // after its 1 s pause: "U" first goes at 2 s; the visor is off until 7 s.
+    ASSERT_EQ(times.size(), 4u) << "at 2, 4 and 6 s unanswered, at 8 s answered";
+    EXPECT_NEAR(times[0], 2000, 1);
     for (std::size_t i = 1; i < times.size(); ++i) EXPECT_NEAR(times[i] - times[i - 1], 2000, 1);
     EXPECT_EQ(s.Label2.caption(), "Firmcast OK");
     EXPECT_THAT(v.boxes(), IsEmpty());

@@ -4,7 +4,10 @@
 
 namespace fc::test {
 
-VisorRig::VisorRig() {
+VisorRig::VisorRig(const std::function<void(ScenarioRig&)>& beforeScreen,
+                   const std::string& commandLine) {
+    if (beforeScreen)
+        beforeScreen(rig);
     wire = &rig.serial.attach(1, visor);
     wire->setReceiveFifo(14);
     VirtualHost& host = net.addHost(Ipv4{10, 77, 0, 51}, {0x02, 0x4D, 0x56, 0x00, 0x05, 0x10});
@@ -12,7 +15,7 @@ VisorRig::VisorRig() {
         rig.pump, [&host](const std::string& bytes) { host.sendUdp(3000, 3001, bytes); });
     host.onUdp(3000, [this](const Datagram& d) { bridge->datagram(d.bytes); });
     screen = std::make_unique<frmCargaMV510>(rig.servicesWith(rig.serial), &net);
-    screen->Form_Load("0", 0);
+    screen->Form_Load(commandLine, 0);
 }
 
 void VisorRig::chooseFile(const std::string& name, const std::vector<std::string>& lines) {
@@ -44,8 +47,11 @@ void VisorRig::useSerial(int port, const std::string& speed) {
         if (screen->cmbvelocidades.list(i) == speed)
             screen->cmbvelocidades.setListIndex(i);
     }
+    // The operator's click on RS-232, which opens the line.
     if (!screen->optrs232.value())
         screen->optrs232.setValue(true);
+    else
+        screen->optrs232.click();
 }
 
 void VisorRig::useUdp(const std::string& address, const std::string& port) {

@@ -5,6 +5,7 @@
 // screen opens on.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -21,7 +22,10 @@ constexpr const char* kVisorIp = "10.77.0.51";
 
 class VisorRig {
   public:
-    VisorRig();
+    // `beforeScreen` may name drives before the screen is built; the screen
+    // loads with `commandLine`.
+    explicit VisorRig(const std::function<void(ScenarioRig&)>& beforeScreen = {},
+                      const std::string& commandLine = "0");
 
     ScenarioRig rig;
     VirtualNetwork net{rig.pump};
