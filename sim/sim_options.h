@@ -9,6 +9,7 @@
 #include "sim/device_faults.h"
 #include "sim/ethernet_scale.h"
 #include "sim/sink_scale.h"
+#include "sim/visor_device.h"
 
 namespace fc {
 
@@ -35,6 +36,13 @@ struct SimOptions {
     int receiveBuffer = 2048;
     SinkScale::Faults tcpFaults;
     EthernetScale::Faults scaleFaults;  // --device ethernet-scale
+
+    // The visor (--device visor): on a pty, or behind a UDP port with --udp.
+    int udpPort = -1;
+    long long offMs = 0;  // switched off for so long from the start
+    VisorBootLoader::Faults visorFaults;
+    VisorUdpBridge::Faults bridgeFaults;
+    bool baudGiven = false;
 };
 
 bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error);
