@@ -152,7 +152,7 @@ class frmCargaMV510 : public Screen {
     bool programaBloques(IspWay& way);
     bool verificaBloques(IspWay& way);
     bool verificaBloque(IspWay& way, int& intentos, bool& repetir);
-    bool coincideVolcado(std::size_t longitudOrden) const;
+    bool coincideVolcado() const;
     bool configura(IspWay& way);
     bool juzgaRespuesta(IspWay& way, bool enTiempo, const std::string& esperada,
                         const char* textoMalo, const char* textoSinRespuesta);

@@ -6,6 +6,7 @@
 #include "firmware/hex_text.h"
 #include "platform/controls.h"
 #include "platform/dialogs.h"
+#include "visor/dump_answer.h"
 #include "visor/frm_carga_mv510.h"
 #include "visor/isp_way.h"
 #include "visor/mv510_texts.h"
@@ -54,7 +55,7 @@ bool frmCargaMV510::verificaBloque(IspWay& way, int& intentos, bool& repetir) {
     const std::size_t longitud = linea_envio.size();
     const int esperados = static_cast<int>(longitud) + mv510::kCaracteresVolcado;
     if (way.envio(linea_envio, mv510::kLimiteVolcado, esperados)) {
-        if (!coincideVolcado(longitud)) {
+        if (!coincideVolcado()) {
             services_.dialogs.msgBox(mv510::kRespuestaMala, mb::kCritical);
             return false;
         }
@@ -75,18 +76,9 @@ bool frmCargaMV510::verificaBloque(IspWay& way, int& intentos, bool& repetir) {
     return true;
 }
 
-// The echo and the eight lines of 32 hex digits; the rest of the answer is
-// not looked at.
-bool frmCargaMV510::coincideVolcado(std::size_t longitudOrden) const {
-    if (trozo(respuesta_visor, 1, longitudOrden) != linea_envio)
-        return false;
-    for (std::size_t k = 0; k < 8; ++k) {
-        const std::size_t enRespuesta =
-            longitudOrden + mv510::kPrimeraLinea + mv510::kSeparacionLineas * k;
-        if (trozo(respuesta_visor, enRespuesta, 32) != trozo(linea_guardada, 10 + 32 * k, 32))
-            return false;
-    }
-    return true;
+// The echo and the eight lines, against the record the block makes.
+bool frmCargaMV510::coincideVolcado() const {
+    return volcadoCoincide(respuesta_visor, linea_envio, linea_guardada);
 }
 
 }  // namespace fc
