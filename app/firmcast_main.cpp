@@ -6,8 +6,10 @@
 #include "app/port_notices.h"
 #include "control/firmcast_form.h"
 #include "gui/firmcast_layout.h"
+#include "gui/visor_layout.h"
 #include "platform/file_table.h"
 #include "platform/linux/linux_machine.h"
+#include "platform/linux/linux_network.h"
 #include "platform/linux/process_launcher.h"
 #include "platform/linux/termios_port.h"
 #include "platform/program_folder.h"
@@ -27,13 +29,16 @@ int main(int argc, char** argv) {
     fc::FileTable files;
     fc::LinuxMachine machine;
     fc::LinuxProcessLauncher launcher(machine.drives);
+    fc::LinuxNetwork network;
     fc::Firmcast form(machine.services(pump, dialogs, serialPorts, files, fc::programFolder()));
     fc::MacStation macStation(form);
     fc::PortNotices portNotices(serialPorts, form);
     form.hooks().startProgram = [&launcher](const std::string& commandLine) {
         return launcher.start(commandLine);
     };
+    form.hooks().network = &network;
     fc::registerFirmcastLayout();
+    fc::registerVisorLayout();
     fc::ScreenWindow window(form, pump);
     try {
         form.Form_Load(fc::commandLineText(argc, argv));

@@ -4,7 +4,8 @@
 # of G scale behind the boot ROM button, the way
 # step on RS-232 and on Ethernet, the file step with a folder of firmware
 # files, the scale list of the Ethernet way with three scales, and a load in
-# progress. The program firmcast_screens walks the real screen to each of
+# progress; the visor screen during a load and at its end. The program
+# firmcast_screens walks the real screen to each of
 # them. Writes docs/screenshots/firmcast-<scene>.png.
 #
 # Usage: scripts/firmcast_screenshots.sh [SCENE...]   (default: all)
@@ -26,13 +27,19 @@ program=$build/bin/firmcast_screens
 declare -A settle=(
     [model-scales]=2 [model-labellers]=2 [model-visors]=2 [boot-rom]=2
     [way-rs232]=2 [way-ethernet]=2 [file]=2 [scales]=3 [load]=7
+    [visor-load]=4 [visor-end]=9
 )
 scenes=("$@")
-[[ ${#scenes[@]} -gt 0 ]] || scenes=(model-scales model-labellers model-visors boot-rom way-rs232 way-ethernet file scales load)
+[[ ${#scenes[@]} -gt 0 ]] || scenes=(model-scales model-labellers model-visors boot-rom way-rs232 way-ethernet file scales load
+    visor-load visor-end)
 
 for scene in "${scenes[@]}"; do
     [[ -n ${settle[$scene]:-} ]] || { echo "firmcast_screenshots: no scene $scene" >&2; exit 2; }
+    # The visor's scenes photograph the visor's own window, once it is on
+    # RS-232 with COM2.
+    window=()
+    [[ $scene == visor-* ]] && window=(--title "Firmcast working on port COM2")
     "$top/scripts/screenshot.sh" --out "$out/firmcast-$scene.png" --settle "${settle[$scene]}" \
-        --size "$size" \
+        --size "$size" "${window[@]}" \
         "$program" "$scene"
 done

@@ -3,13 +3,15 @@
 // screenshots of the documentation (scripts/firmcast_screenshots.sh).
 //
 //   firmcast_screens model-scales | model-labellers | model-visors |
-//                    way-rs232 | way-ethernet | file | scales | load
+//                    way-rs232 | way-ethernet | file | scales | load |
+//                    visor-load | visor-end
 //
 // It runs at level 1 on demonstration drives it makes itself (C: and T:,
 // with the Serie_N firmware folder of that level) under the temporary
 // folder, and keeps a simulated Serie_N scale on a real pseudo-terminal as
-// COM1, so that the load scene is a real load in progress. It runs until it
-// is stopped.
+// COM1, so that the load scene is a real load in progress, and a simulated
+// MV-510 visor on another as COM2, loaded from the visor screen (slowly, for
+// the scene of a load in progress). It runs until it is stopped.
 #include <QApplication>
 #include <cstdio>
 #include <cstdlib>
@@ -17,9 +19,11 @@
 #include <fstream>
 #include <iostream>
 #include <map>
+#include <memory>
 
 #include "control/firmcast_form.h"
 #include "gui/firmcast_layout.h"
+#include "gui/visor_layout.h"
 #include "operator/operator_script.h"
 #include "operator/scale_list_entry.h"
 #include "platform/file_table.h"
@@ -32,6 +36,7 @@
 #include "platform/qt/screen_window.h"
 #include "sim/host/pty_device_host.h"
 #include "sim/numbered_scale.h"
+#include "sim/visor_device.h"
 
 namespace fs = std::filesystem;
 
@@ -73,6 +78,8 @@ void makeDrives(const fs::path& root) {
     fs::create_directories(serieN / "Anteriores");
     fs::create_directories(serieN / "Pruebas");
     fs::create_directories(root / "C" / "Firmware");
+    writeFirmware(
+        root / "T" / "Programas" / "Industrial" / "Visores" / "MV-510" / "MV510 v2.04.hex", 256);
     // A program folder without config.ini: the scale list starts empty.
     fs::create_directories(root / "Home");
 }
@@ -103,6 +110,25 @@ void fileStep(fc::Firmcast& f, fc::OperatorScript& script) {
     script.after(300, "Next", [&f] { fc::operatorClick(f, "cmdAdelante"); });
     script.when([&f] { return on(f, f.File1) && f.File1.listCount() > 0; }, "the file",
                 [&f] { fc::operatorSelectText(f, "File1", "N-220 v3.15.hex"); });
+}
+
+// The visor screen opened from its picture, COM2 chosen, and the load
+// started; the visor's speed makes the scene a load in progress or its end.
+fc::Pump* scenePump = nullptr;
+std::unique_ptr<fc::OperatorScript> visorScript;
+
+void visorLoad(fc::Firmcast& f, fc::OperatorScript& script) {
+    pick(f, script, "optVisores", "Picture12");
+    visorScript = std::make_unique<fc::OperatorScript>(*scenePump);
+    visorScript
+        ->when([&f] { return f.visorScreen() != nullptr && f.visorScreen()->loaded(); },
+               "the visor screen", [] {})
+        .after(500, "COM2 and Load", [&f] {
+            fc::frmCargaMV510& v = *f.visorScreen();
+            fc::operatorClick(v, "Option2");
+            fc::operatorClick(v, "optrs232");
+            fc::operatorClick(v, "cmdAdelante");
+        });
 }
 
 const std::map<std::string, Scene> kScenes = {
@@ -149,6 +175,8 @@ const std::map<std::string, Scene> kScenes = {
          fileStep(f, script);
          script.after(300, "Next", [&f] { fc::operatorClick(f, "cmdAdelante"); });
      }},
+    {"visor-load", visorLoad},
+    {"visor-end", visorLoad},
 };
 
 }  // namespace
@@ -170,11 +198,18 @@ int main(int argc, char** argv) {
         fc::Drives({{'c', (root / "C").string()}, {'t', (root / "T").string()}}));
 
     fc::QtPump pump;
+    scenePump = &pump;
     fc::NumberedScale::Config config;
     config.eraseTime = 1'500'000;
     fc::NumberedScale scale(config);
     fc::PtyDeviceHost line(pump, scale);
     setenv("FIRMCAST_COM1", line.ttyPath().c_str(), 1);
+    fc::VisorBootLoader::Config visorConfig;
+    if (std::string(argv[1]) == "visor-load")
+        visorConfig.programTime = 150'000;
+    fc::VisorSerial visor(visorConfig);
+    fc::PtyDeviceHost visorLine(pump, visor);
+    setenv("FIRMCAST_COM2", visorLine.ttyPath().c_str(), 1);
 
     fc::QtDialogs dialogs(pump);
     fc::TermiosPortOpener serialPorts;
@@ -184,6 +219,7 @@ int main(int argc, char** argv) {
         machine.services(pump, dialogs, serialPorts, files, (root / "Home").string()));
     form.hooks().startProgram = [&launcher](const std::string& c) { return launcher.start(c); };
     fc::registerFirmcastLayout();
+    fc::registerVisorLayout();
     fc::ScreenWindow window(form, pump);
     fc::OperatorScript script(pump);
     scene->second(form, script);
