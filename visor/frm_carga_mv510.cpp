@@ -2,8 +2,10 @@
 
 #include <cctype>
 
+#include "common/folder_list.h"
 #include "platform/dialogs.h"
 #include "platform/drives.h"
+#include "platform/runtime_error.h"
 #include "visor/isp_way.h"
 #include "visor/isp_ways.h"
 #include "visor/mv510_texts.h"
@@ -85,6 +87,7 @@ void frmCargaMV510::wireHandlers() {
     File1.onClick = [this] { File1_Click(); };
     File1.onDblClick = [this] { File1_DblClick(); };
     Dir1.onChange = [this] { Dir1_Change(); };
+    Dir1.onDblClick = [this] { Dir1_DblClick(); };
     Drive1.onChange = [this] { Drive1_Change(); };
     timerout.onTimer = [this] { timerout_Timer(); };
     onUnload = [this] { Form_Unload(); };
@@ -127,13 +130,13 @@ void frmCargaMV510::fillSpeeds() {
 // Level 1 starts on the workshop's folder of visor firmware on T:, the
 // others on C:.
 void frmCargaMV510::startFolder() {
+    muestraUnidades(Drive1, services_.drives);
     if (nivel == 1) {
         Drive1.setDrive("t:");
-        const bool hay = !services_.drives.hostPath(kCarpetaProduccion).empty();
-        Dir1.setPath(hay ? kCarpetaProduccion : "T:\\");
+        if (!services_.drives.hostPath(kCarpetaProduccion).empty())
+            muestraCarpeta(Dir1, dirEntries_, services_.drives, kCarpetaProduccion);
     } else {
         Drive1.setDrive("c:");
-        Dir1.setPath("C:\\");
     }
     if (File1.listCount() > 0)
         File1.setListIndex(0);
@@ -169,11 +172,24 @@ void frmCargaMV510::Dir1_Change() {
     refreshFileList();
 }
 
+// A drive that isn't there leaves the folder list as it was.
 void frmCargaMV510::Drive1_Change() {
-    std::string raiz = Drive1.drive();
-    if (!raiz.empty() && raiz.back() != '\\')
-        raiz += "\\";
-    Dir1.setPath(raiz);
+    try {
+        muestraCarpeta(Dir1, dirEntries_, services_.drives, Drive1.drive());
+    } catch (const RuntimeError&) {
+    }
+}
+
+// A double click opens the folder of its line.
+void frmCargaMV510::Dir1_DblClick() {
+    const int index = Dir1.listIndex();
+    if (index < 0 || index >= static_cast<int>(dirEntries_.size()))
+        return;
+    try {
+        muestraCarpeta(Dir1, dirEntries_, services_.drives, dirEntries_[index]);
+    } catch (const RuntimeError&) {
+        // The folder went away meanwhile: the list stays as it was.
+    }
 }
 
 void frmCargaMV510::timerout_Timer() {

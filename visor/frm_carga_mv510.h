@@ -108,6 +108,7 @@ class frmCargaMV510 : public Screen {
     void File1_Click();
     void File1_DblClick();
     void Dir1_Change();
+    void Dir1_DblClick();
     void Drive1_Change();
     void timerout_Timer();
     void Winsock_recepcion_DataArrival(Long bytesTotal);
@@ -163,6 +164,8 @@ class frmCargaMV510 : public Screen {
     Network* network_;
     std::unique_ptr<IspWay> serialWay_;
     std::unique_ptr<IspWay> udpWay_;
+    // The folder each line of Dir1 stands for.
+    std::vector<std::string> dirEntries_;
 };
 
 }  // namespace fc

@@ -231,7 +231,26 @@ TEST(VisorScreenLevel, AtLevel1TheFilesComeFromTheWorkshopFolderOnT) {
     VisorRig v([&](ScenarioRig& r) { r.addDrive('T', t.path()); }, "1");
     EXPECT_EQ(v.screen->nivel, 1);
     EXPECT_EQ(v.screen->Drive1.drive(), "t:");
-    EXPECT_EQ(v.screen->fichero_firmware, "t:\\Programas\\Industrial\\Visores\\MV-510\\v.hex");
+    EXPECT_EQ(v.screen->fichero_firmware, "T:\\Programas\\Industrial\\Visores\\MV-510\\v.hex");
+}
+
+TEST_F(VisorScreen, TheFolderListShowsTheSubFoldersAndADoubleClickOpensOne) {
+    v.rig.driveC.write("visores/mv510.hex", hexFile(goodFile()));
+    s.Drive1_Change();
+    int line = -1;
+    for (int i = 0; i < s.Dir1.listCount(); ++i) {
+        if (s.Dir1.list(i) == "   visores")
+            line = i;
+    }
+    ASSERT_GE(line, 0);
+    s.Dir1.setListIndex(line);
+    s.Dir1.dblClick();
+    EXPECT_EQ(s.Dir1.path(), "C:\\visores");
+    ASSERT_EQ(s.File1.listCount(), 1);
+    EXPECT_EQ(s.File1.list(0), "mv510.hex");
+    std::vector<std::string> drives;
+    for (int i = 0; i < s.Drive1.listCount(); ++i) drives.push_back(s.Drive1.list(i));
+    EXPECT_THAT(drives, ::testing::Contains("c:"));
 }
 
 TEST(VisorScreenLevel, AtLevel1WithoutTheWorkshopFolderTheListStartsAtTheRootOfT) {
