@@ -109,6 +109,10 @@ void checkVisorLoad(const Options& o) {
         throw UsageError{"give either --com N or --udp IP[:PORT]"};
     if (!o.speed.empty() && !o.udpAddress.empty())
         throw UsageError{"--speed is the speed of a serial line: it goes with --com, not --udp"};
+    if (o.passes != 1 || !o.serials.empty() || !o.scales.empty() || o.save)
+        throw UsageError{
+            "the visor is loaded once, from its own screen: --passes, --serial, "
+            "--scales and --save are not for model 7"};
 }
 
 void checkLoad(const Options& o) {

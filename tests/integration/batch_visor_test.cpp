@@ -90,6 +90,8 @@ TEST(BatchVisor, TheVisorIsReachedByComOrUdpAndNothingElse) {
     EXPECT_EQ(runBatchProcess(args("--com 1 --udp 10.0.0.1", file)).status, 2);
     EXPECT_EQ(runBatchProcess(args("--udp 10.0.0.1 --speed 9600", file)).status, 2);
     EXPECT_EQ(runBatchProcess({"--model", "1", "--udp", "10.0.0.1", "--file", file}).status, 2);
+    EXPECT_EQ(runBatchProcess(args("--com 1 --passes 2", file)).status, 2);
+    EXPECT_EQ(runBatchProcess(args("--com 1 --serial 123", file)).status, 2);
     BatchResult none = runBatchProcess(args("", file));
     EXPECT_EQ(none.status, 2);
     EXPECT_THAT(none.err, HasSubstr("give either --com N or --udp IP[:PORT]"));
