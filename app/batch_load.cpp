@@ -13,6 +13,7 @@
 #include "app/batch_exit.h"
 #include "app/batch_progress.h"
 #include "app/batch_record_form.h"
+#include "app/batch_visor.h"
 #include "app/batch_world.h"
 #include "app/mac_station.h"
 #include "app/port_notices.h"
@@ -226,6 +227,8 @@ int runLoad(const Options& options, std::ostream& out, std::ostream& err) {
             return kExitBadUsage;
         }
     }
+    if (options.model == 7)
+        return runVisorLoad(options, out, err);
     setenv("FIRMCAST_DRIVE_B", file.parent_path().c_str(), 1);
 
     BatchWorld world(out);

@@ -85,20 +85,49 @@ Progress progress(const std::string& value) {
     throw UsageError{"--progress takes auto, bar, plain, json or none (not \"" + value + "\")"};
 }
 
+// "IP[:PORT]": the visor's address as typed into its screen, and its UDP
+// port, 3000 when none is given.
+void udpTarget(const std::string& value, Options& o) {
+    const auto colon = value.find(':');
+    o.udpAddress = value.substr(0, colon);
+    o.udpPort = colon == std::string::npos ? "3000" : value.substr(colon + 1);
+    if (o.udpAddress.empty() || o.udpPort.empty())
+        throw UsageError{"--udp takes IP[:PORT] (not \"" + value + "\")"};
+}
+
 // The models whose speed list the operator may change on the file step.
 bool speedListInUse(int model) {
     ModelFlag flag = catalogueEntry(model).flag;
     return flag == ModelFlag::SerieW || flag == ModelFlag::Tr8200;
 }
 
+// The visor: a serial port or a UDP address, the speed free on the port.
+void checkVisorLoad(const Options& o) {
+    if (o.ethernet)
+        throw UsageError{"the visor is reached over UDP: --udp IP[:PORT], not --ethernet"};
+    if (o.udpAddress.empty() == (o.com == 0))
+        throw UsageError{"give either --com N or --udp IP[:PORT]"};
+    if (!o.speed.empty() && !o.udpAddress.empty())
+        throw UsageError{"--speed is the speed of a serial line: it goes with --com, not --udp"};
+    if (o.passes != 1 || !o.serials.empty() || !o.scales.empty() || o.save)
+        throw UsageError{
+            "the visor is loaded once, from its own screen: --passes, --serial, "
+            "--scales and --save are not for model 7"};
+}
+
 void checkLoad(const Options& o) {
     if (o.model < 0)
         throw UsageError{"--model is needed"};
-    if (o.model == 3 || o.model == 7)
-        throw UsageError{"model " + std::to_string(o.model) +
-                         " is loaded by its own tool or screen, not here"};
+    if (o.model == 3)
+        throw UsageError{"model 3 is loaded by its own tool or screen, not here"};
     if (o.file.empty())
         throw UsageError{"--file is needed"};
+    if (o.model == 7) {
+        checkVisorLoad(o);
+        return;
+    }
+    if (!o.udpAddress.empty())
+        throw UsageError{"--udp is for model 7, the visor"};
     if (o.ethernet == (o.com != 0))
         throw UsageError{"give either --com N or --ethernet"};
     if (o.ethernet && o.model != 0 && o.model != 6 && o.model != 8)
@@ -114,8 +143,8 @@ void checkLoad(const Options& o) {
 }
 
 const std::set<std::string> kFlags = {"--ethernet", "--save", "--check-file", "--adsl"};
-const std::set<std::string> kValued = {"--level",  "--model",  "--com",    "--speed",   "--file",
-                                       "--passes", "--serial", "--scales", "--progress"};
+const std::set<std::string> kValued = {"--level",  "--model",  "--com",    "--speed",    "--file",
+                                       "--passes", "--serial", "--scales", "--progress", "--udp"};
 
 // A word that is one of the options, with or without "=value".
 bool isOption(const std::string& word) {
@@ -186,6 +215,8 @@ Options parseLoadOptions(const std::vector<std::string>& args) {
             o.scales = splitCommas(value);
         } else if (option == "--progress") {
             o.progress = progress(value);
+        } else if (option == "--udp") {
+            udpTarget(value, o);
         }
     }
     checkLoad(o);
@@ -280,6 +311,8 @@ std::string usageText() {
     return "usage: firmcast-batch --model CODE (--com N | --ethernet) --file PATH [options]\n"
            "       firmcast-batch --display (--com N | --ethernet IP) --file PATH\n"
            "                      [--logic-address DD] [--speed BAUD]\n"
+           "       firmcast-batch --model 7 (--com N | --udp IP[:PORT]) [--speed BAUD] --file "
+           "PATH\n"
            "       firmcast-batch --inspect FILE\n"
            "       firmcast-batch --inspect-synthetic\n"
            "       firmcast-batch --list-ports\n"
@@ -287,15 +320,20 @@ std::string usageText() {
            "\n"
            "Loads devices as an operator would, through the same screens and driver:\n"
            "--model CODE          0 Serie_W, 1 Serie_N, 2 Serie_H, 4 Matrix 4000,\n"
-           "                      5 TR-6100, 6 and 8 TR-8200\n"
+           "                      5 TR-6100, 6 and 8 TR-8200, 7 the MV-510 visor (its own\n"
+           "                      screen; \"label: <text>\" is its last word; exit 0 on\n"
+           "                      \"Firmcast OK\")\n"
            "--com N               the device is on serial port COM N (1..4; COM N is the\n"
            "                      device named by FIRMCAST_COM<N>, else /dev/ttyS<N-1>)\n"
            "--ethernet            the device is on Ethernet (models 0, 6 and 8)\n"
+           "--udp IP[:PORT]       the visor (model 7) is reached over UDP at IP, port\n"
+           "                      PORT (3000 unless given); answers come to port 3001\n"
            "--file PATH           the firmware file\n"
            "--level N             the operating level, the digit of the command line (0)\n"
            "--speed BAUD          an entry of the speed list (115200, 57600, 38400, 28800,\n"
            "                      19200, 14400, 9600, 2400, 1200) for models 0, 6 and 8 on\n"
-           "                      RS-232; 2400 and 1200 run at 9600\n"
+           "                      RS-232 (2400 and 1200 run at 9600), and for the visor on\n"
+           "                      RS-232 (115200 unless given)\n"
            "--passes K            load K devices in Production Way (1)\n"
            "--serial SN           a serial number read into the next scale-record form as\n"
            "                      a barcode reader does (the field's text replaced, then\n"

@@ -34,6 +34,9 @@ struct Options {
     int com = 0;              // 1..4, or 0 with --ethernet
     bool ethernet = false;
     std::string speed;  // an entry of the speed list, or empty
+    // The visor over UDP: its address and port as typed into its screen.
+    std::string udpAddress;
+    std::string udpPort;
     int passes = 1;
     std::vector<std::string> serials;  // typed into the scale-record form, one per form
     std::vector<std::string> scales;   // the Ethernet scale list

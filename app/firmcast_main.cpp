@@ -8,6 +8,7 @@
 #include "gui/datos_balanza_layout.h"
 #include "gui/display_layout.h"
 #include "gui/firmcast_layout.h"
+#include "gui/visor_layout.h"
 #include "platform/file_table.h"
 #include "platform/linux/linux_machine.h"
 #include "platform/linux/process_launcher.h"
@@ -38,6 +39,7 @@ int main(int argc, char** argv) {
     fc::registerFirmcastLayout();
     fc::registerDatosBalanzaLayout();
     fc::registerDisplayLayout();
+    fc::registerVisorLayout();
     fc::ScreenWindow window(form, pump);
     try {
         form.Form_Load(fc::commandLineText(argc, argv));

@@ -2,6 +2,8 @@
 // tty's path on its first line; point the loader's COM port at it
 // (FIRMCAST_COM1=/dev/pts/N) and load. With --tcp PORT it is instead a scale's
 // Ethernet boot loader on a listening socket, and says "listening on PORT".
+// With --device visor it is an MV-510 visor's ISP boot loader, on a pty or,
+// with --udp PORT, behind a UDP port ("listening on PORT").
 // It runs until it is stopped (SIGTERM, SIGINT).
 #include <csignal>
 #include <cstdio>
@@ -20,9 +22,11 @@
 #include "sim/graphic_display_device.h"
 #include "sim/host/pty_device_host.h"
 #include "sim/host/tcp_device_host.h"
+#include "sim/host/udp_device_host.h"
 #include "sim/numbered_scale.h"
 #include "sim/sim_options.h"
 #include "sim/sink_scale.h"
+#include "sim/visor_device.h"
 
 namespace {
 
@@ -151,6 +155,70 @@ int runTcp(const fc::SimOptions& o) {
                  [&](std::ofstream& log) { logged = fc::logNewSinkEvents(sink, logged, log); });
 }
 
+fc::VisorBootLoader::Config visorConfig(const fc::SimOptions& o) {
+    fc::VisorBootLoader::Config config;
+    config.eraseTime = o.eraseMs * 1000;
+    return config;
+}
+
+// Runs the pump until a signal, writing the records the visor took to the
+// log when there is one.
+int runVisorLoop(fc::RealPump& pump, const fc::VisorBootLoader& loader, const fc::SimOptions& o) {
+    std::ofstream log;
+    if (!o.logPath.empty())
+        log.open(o.logPath);
+    size_t logged = 0;
+    while (!stopRequested) {
+        pump.doEvents();
+        if (!log.is_open())
+            continue;
+        for (; logged < loader.records().size(); ++logged) log << loader.records()[logged] << "\n";
+        log.flush();
+    }
+    return 0;
+}
+
+// The visor on a pty. Its answers are written as they are made, in one
+// piece, as a USB adapter hands a packet over: the loader reads an answer
+// whole, its last characters included.
+int runVisorPty(const fc::SimOptions& o) {
+    fc::RealPump pump;
+    fc::VisorSerial visor(visorConfig(o), fc::LineSettings{o.baud, 'N', 8, 1});
+    visor.loader().faults = o.visorFaults;
+    fc::PtyDeviceHost host(pump, visor);
+    host.setSlowFactor(o.slowFactor);
+    if (o.offMs > 0)
+        visor.loader().switchOffFor(o.offMs * 1000);
+    std::cout << host.ttyPath() << std::endl;
+    return runVisorLoop(pump, visor.loader(), o);
+}
+
+// The visor behind its UDP bridge: answers go to the sender's address, port
+// 3001.
+int runVisorUdp(const fc::SimOptions& o) {
+    fc::RealPump pump;
+    std::unique_ptr<fc::UdpDeviceHost> host;
+    fc::Ipv4 sender{};
+    std::unique_ptr<fc::VisorUdpBridge> bridge;
+    try {
+        host = std::make_unique<fc::UdpDeviceHost>(pump, o.udpPort, [&](const fc::Datagram& d) {
+            sender = d.from;
+            bridge->datagram(d.bytes);
+        });
+    } catch (const std::exception& e) {
+        std::cerr << "firmcast-sim: " << e.what() << "\n";
+        return 1;
+    }
+    bridge = std::make_unique<fc::VisorUdpBridge>(
+        pump, [&](const std::string& bytes) { host->send(sender, 3001, bytes); }, visorConfig(o));
+    bridge->faults = o.bridgeFaults;
+    bridge->loader().faults = o.visorFaults;
+    if (o.offMs > 0)
+        bridge->loader().switchOffFor(o.offMs * 1000);
+    std::cout << "listening on " << host->port() << std::endl;
+    return runVisorLoop(pump, bridge->loader(), o);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -168,6 +236,8 @@ int main(int argc, char** argv) {
     std::signal(SIGTERM, requestStop);
     if (options.tcpPort >= 0)
         return runTcp(options);
+    if (options.kind == "visor")
+        return options.udpPort >= 0 ? runVisorUdp(options) : runVisorPty(options);
 
     fc::RealPump pump;
     std::unique_ptr<fc::SerialDevice> device = makeDevice(options);

@@ -357,6 +357,8 @@ class Firmcast : public Screen {
     // The folder each line of Dir1 stands for.
     std::vector<std::string> dirEntries_;
     std::unique_ptr<frmCargaMV510> visor_;
+    // The command line the program was started with, for the screens it opens.
+    std::string commandLine_;
     std::unique_ptr<frmCargaDisplayGrafico> display_;
     // The command line the program was started with.
     std::string linea_comandos_;

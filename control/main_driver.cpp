@@ -50,6 +50,7 @@ void Firmcast::runDriver(const std::string& commandLine) {
 void Firmcast::startUp(const std::string& commandLine) {
     linea_comandos_ = commandLine;
     setCaption(caption() + " A");
+    commandLine_ = commandLine;
     nivel = commandLine.empty() ? 0
                                 : Integer((std::isdigit(static_cast<unsigned char>(commandLine[0]))
                                                ? commandLine[0] - '0'

@@ -45,8 +45,12 @@ void Firmcast::cmdAdelante_Click() {
 // The visor has a screen of its own, shown modally: the wizard stays where it
 // was and is on screen again when that screen closes.
 void Firmcast::cmdAdelanteVisor() {
-    if (!visor_)
-        visor_ = std::make_unique<frmCargaMV510>(services_);
+    if (!visor_) {
+        visor_ = std::make_unique<frmCargaMV510>(services_, &services_.network);
+        visor_->Form_Load(commandLine_, puerto_com);
+        if (!visor_->loaded())
+            return;
+    }
     services_.dialogs.showModal(*visor_);
 }
 

@@ -23,6 +23,7 @@ constexpr int kDeviceUnavailable = 68;
 constexpr int kPermissionDenied = 70;
 constexpr int kPathFileAccessError = 75;
 constexpr int kPathNotFound = 76;
+constexpr int kObjectNotSet = 91;
 constexpr int kInvalidPropertyValue = 380;
 constexpr int kPortAlreadyOpen = 8005;
 constexpr int kInvalidPortNumber = 8002;

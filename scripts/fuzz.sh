@@ -9,7 +9,7 @@ top=$(cd "$(dirname "$0")/.." && pwd)
 build=${FUZZ_BUILD_DIR:-$top/build-fuzz}
 seconds=${FUZZ_SECONDS:-30}
 targets=(ini_reader section_split line_reader line_reader_l preprocesa_file
-    neighbour_message echo_reply inet_addr net_helper_request scale_answer)
+    neighbour_message echo_reply inet_addr net_helper_request scale_answer dump_answer)
 
 cmake -S "$top" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \

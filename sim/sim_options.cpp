@@ -95,6 +95,32 @@ bool tcpOption(const std::string& option, const char* v, SimOptions& out) {
     return false;
 }
 
+// The visor's options; false for any other, or a bad value.
+bool visorOption(const std::string& option, const char* v, SimOptions& out) {
+    long long a = 0;
+    if (!number(v, a) || a < 0)
+        return false;
+    if (option == "--udp" && a <= 65535)
+        out.udpPort = static_cast<int>(a);
+    else if (option == "--off-ms")
+        out.offMs = a;
+    else if (option == "--wrong-dump-byte-at" && a <= 0xFFFF)
+        out.visorFaults.wrongDumpByteAt = static_cast<long>(a);
+    else if (option == "--slow-answer-ms")
+        out.visorFaults.slowAnswer = a * 1000;
+    else if (option == "--silent-record")
+        out.visorFaults.silentAtRecord = static_cast<long>(a);
+    else if (option == "--silent-dump")
+        out.visorFaults.silentDumps.insert(static_cast<long>(a));
+    else if (option == "--lose-datagram")
+        out.bridgeFaults.loseDatagram = static_cast<long>(a);
+    else if (option == "--split-dump" && a >= 1)
+        out.bridgeFaults.splitDump = static_cast<int>(a);
+    else
+        return false;
+    return true;
+}
+
 // Microseconds as milliseconds with three decimals.
 std::string milliseconds(Micros at) {
     char text[32];
@@ -163,7 +189,23 @@ std::string simUsage() {
            "                          (in a network namespace of its own, as root)\n"
            "  --split-answers         send every answer in two segments\n"
            "  --log FILE              write the message types taken and the answers to FILE\n"
-           "  Messages count over one connection.\n";
+           "  Messages count over one connection.\n"
+           "\n"
+           "usage: firmcast-sim --device visor [--udp PORT] [options]\n"
+           "  An MV-510 visor's ISP boot loader: on a pty (at --baud, default 115200), or\n"
+           "  with --udp behind a bridge on UDP PORT (3000 for the screen; 0: any free\n"
+           "  one) that answers to the sender's port 3001; the first line says\n"
+           "  \"listening on PORT\".\n"
+           "  --erase-ms N             how long the flash erase takes (default 2000)\n"
+           "  --off-ms N               switched off for N ms from the start\n"
+           "  --double-sync            answer the first \"U\" with \"UU\"\n"
+           "  --wrong-dump-byte-at A   dumps show the byte at address A changed\n"
+           "  --slow-answer-ms N       every answer to a record N ms later\n"
+           "  --silent-record K        no answer to record K (from 0: erase 0, blank check 1)\n"
+           "  --silent-dump K          no answer to dump K (from 0); may be repeated\n"
+           "  --lose-datagram K        (UDP) answer datagram K (from 0) is lost\n"
+           "  --split-dump N           (UDP) each dump answer in N datagrams\n"
+           "  --log FILE               write every record taken to FILE\n";
 }
 
 bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error) {
@@ -199,17 +241,21 @@ bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error)
             out.displayFaults.rejectsQuestions = true;
         } else if (option == "--silent-at-end") {
             out.displayFaults.silentAtEnd = true;
+        } else if (option == "--double-sync") {
+            out.visorFaults.doubleSync = true;
         } else if (!value(v)) {
             return false;
         } else if (option == "--device") {
             out.kind = v;
             if (out.kind != "numbered" && out.kind != "banked" && out.kind != "echo" &&
-                out.kind != "ethernet-scale" && out.kind != "graphic-display") {
+                out.kind != "ethernet-scale" && out.kind != "graphic-display" &&
+                out.kind != "visor") {
                 error = "unknown device " + out.kind;
                 return false;
             }
         } else if (option == "--baud" && number(v, a)) {
             out.baud = static_cast<int>(a);
+            out.baudGiven = true;
         } else if (option == "--erase-ms" && number(v, a)) {
             out.eraseMs = a;
         } else if (option == "--bank-ms" && number(v, a) && a >= 0) {
@@ -228,7 +274,7 @@ bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error)
                 error = "--slow needs a factor above 0";
                 return false;
             }
-        } else if (tcpOption(option, v, out)) {
+        } else if (tcpOption(option, v, out) || visorOption(option, v, out)) {
             // taken
         } else if (option == "--log") {
             out.logPath = v;
@@ -236,6 +282,12 @@ bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error)
             error = "bad option or value: " + option + " " + v;
             return false;
         }
+    }
+    if (out.kind == "visor" && !out.baudGiven)
+        out.baud = 115200;
+    if (out.udpPort >= 0 && out.kind != "visor") {
+        error = "--udp PORT is for --device visor";
+        return false;
     }
     if (out.kind == "ethernet-scale" && out.tcpPort < 0) {
         error = "--device ethernet-scale needs --tcp PORT";

@@ -10,6 +10,7 @@
 #include "sim/ethernet_scale.h"
 #include "sim/graphic_display.h"
 #include "sim/sink_scale.h"
+#include "sim/visor_device.h"
 
 namespace fc {
 
@@ -41,6 +42,13 @@ struct SimOptions {
     // The interface whose address a stored MAC becomes; empty: none.
     std::string interfaceName;
     sim::DisplayFaults displayFaults;   // --device graphic-display
+
+    // The visor (--device visor): on a pty, or behind a UDP port with --udp.
+    int udpPort = -1;
+    long long offMs = 0;  // switched off for so long from the start
+    VisorBootLoader::Faults visorFaults;
+    VisorUdpBridge::Faults bridgeFaults;
+    bool baudGiven = false;
 };
 
 bool parseSimOptions(int argc, char** argv, SimOptions& out, std::string& error);

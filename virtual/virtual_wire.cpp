@@ -61,17 +61,36 @@ void VirtualWire::setSlowFactor(double factor) {
     slowFactor_ = factor;
 }
 
+void VirtualWire::setReceiveFifo(int triggerLevel) {
+    flushFifo();
+    fifoTrigger_ = std::max(0, triggerLevel);
+}
+
+void VirtualWire::flushFifo() {
+    received_ += fifo_;
+    fifo_.clear();
+    fifoTimeout_ = kNever;
+}
+
+Micros VirtualWire::fifoDue() const {
+    return fifo_.empty() ? kNever : fifoTimeout_;
+}
+
 void VirtualWire::openProgramEnd() {
     if (programOpen_)
         throw RuntimeError(err::kPortAlreadyOpen);
     programOpen_ = true;
     received_.clear();
+    fifo_.clear();
+    fifoTimeout_ = kNever;
 }
 
 void VirtualWire::closeProgramEnd() {
     setProgramDtr(false);
     toDevice_.dropQueued();
     received_.clear();
+    fifo_.clear();
+    fifoTimeout_ = kNever;
     programOpen_ = false;
 }
 
@@ -116,7 +135,7 @@ Micros VirtualWire::now() const {
 }
 
 Micros VirtualWire::nextDue() const {
-    Micros next = std::min(toDevice_.due(), toProgram_.due());
+    Micros next = std::min({toDevice_.due(), toProgram_.due(), fifoDue()});
     if (!deviceActions_.empty())
         next = std::min(next, deviceActions_.begin()->first);
     return next;
@@ -138,6 +157,8 @@ void VirtualWire::runDue(Micros now) {
         eventTime_ = next;
         if (toDevice == next) {
             deliverToDevice(toDevice_.finish(programSettings_, slowFactor_));
+        } else if (fifoDue() == next && toProgram != next) {
+            flushFifo();
         } else if (toProgram == next) {
             const LineSettings& sender = device_ ? device_->settings() : programSettings_;
             deliverToProgram(toProgram_.finish(sender, slowFactor_));
@@ -167,7 +188,20 @@ void VirtualWire::deliverToProgram(const WireDirection::Character& c) {
         return;
     if (!sameFrame(c.sentWith, programSettings_))
         return;
-    received_ += static_cast<char>(dataBitsOf(c.value, c.sentWith.dataBits));
+    const char value = static_cast<char>(dataBitsOf(c.value, c.sentWith.dataBits));
+    if (fifoTrigger_ == 0) {
+        received_ += value;
+        return;
+    }
+    fifo_ += value;
+    if (static_cast<int>(fifo_.size()) >= fifoTrigger_) {
+        flushFifo();
+        return;
+    }
+    // Four character times of quiet, at the program's own speed.
+    const double characterMicros =
+        1e6 * programSettings_.bitsPerCharacter() / std::max(1, programSettings_.baud);
+    fifoTimeout_ = c.end + static_cast<Micros>(4 * characterMicros * slowFactor_);
 }
 
 }  // namespace fc

@@ -12,6 +12,11 @@
 //   port goes on working and raises no error: what it sends goes nowhere,
 //   nothing comes back, and the device sees DTR drop. reconnect() plugs it in.
 // - slow factor: every character takes that many times as long.
+//
+// The PC's receiver may be given a FIFO, as a 16550 UART has: the program
+// then sees received characters when the FIFO reaches its trigger level, or
+// when the line has been quiet for four character times after the last one,
+// not one by one as they arrive. Off (0) unless a test or bench asks for it.
 #pragma once
 
 #include <functional>
@@ -44,6 +49,8 @@ class VirtualWire : public EventSource, public DeviceLink {
     bool connected() const { return connected_; }
     // Applies to the characters that start after the change; must be > 0.
     void setSlowFactor(double factor);
+    // The receive FIFO's trigger level; 0 hands each character over at once.
+    void setReceiveFifo(int triggerLevel);
 
     // The program's end. Only one port may be open on a wire (else error 8005).
     void openProgramEnd();
@@ -75,6 +82,8 @@ class VirtualWire : public EventSource, public DeviceLink {
     void deliverToProgram(const WireDirection::Character& c);
     void tellDeviceDtr(bool on);
     void runFirstAction();
+    void flushFifo();
+    Micros fifoDue() const;
 
     Pump& pump_;
     SerialDevice* device_;
@@ -85,6 +94,9 @@ class VirtualWire : public EventSource, public DeviceLink {
     LineSettings programSettings_;
     bool dtr_ = false;
     std::string received_;
+    int fifoTrigger_ = 0;
+    std::string fifo_;
+    Micros fifoTimeout_ = kNever;
     bool deaf_ = false;
     bool mute_ = false;
     bool connected_ = true;

@@ -10,12 +10,14 @@
 // of the loopback (127.0.0.1 to 127.0.0.3); at the end one has reported a
 // wrong checksum. The record form scene loads one scale at the production
 // level with its MAC register in a SQLite file, and shows the form.
+//                    visor-load | visor-end
 //
 // It runs at level 1 on demonstration drives it makes itself (C: and T:,
 // with the Serie_N firmware folder of that level) under the temporary
 // folder, and keeps a simulated Serie_N scale on a real pseudo-terminal as
-// COM1, so that the load scene is a real load in progress. It runs until it
-// is stopped.
+// COM1, so that the load scene is a real load in progress, and a simulated
+// MV-510 visor on another as COM2, loaded from the visor screen (slowly, for
+// the scene of a load in progress). It runs until it is stopped.
 #include <sqlite3.h>
 #include <QApplication>
 #include <cstdio>
@@ -24,6 +26,7 @@
 #include <fstream>
 #include <iostream>
 #include <map>
+#include <memory>
 
 #include "control/firmcast_form.h"
 #include "control/mac_steps.h"
@@ -32,6 +35,7 @@
 #include "gui/firmcast_layout.h"
 #include "mac/mac_module.h"
 #include "mac/mac_tables.h"
+#include "gui/visor_layout.h"
 #include "operator/operator_script.h"
 #include "operator/scale_list_entry.h"
 #include "platform/file_table.h"
@@ -47,6 +51,7 @@
 #include "sim/host/pty_device_host.h"
 #include "sim/host/tcp_device_host.h"
 #include "sim/numbered_scale.h"
+#include "sim/visor_device.h"
 
 namespace fs = std::filesystem;
 
@@ -88,6 +93,8 @@ void makeDrives(const fs::path& root) {
     fs::create_directories(serieN / "Anteriores");
     fs::create_directories(serieN / "Pruebas");
     fs::create_directories(root / "C" / "Firmware");
+    writeFirmware(
+        root / "T" / "Programas" / "Industrial" / "Visores" / "MV-510" / "MV510 v2.04.hex", 256);
     // A program folder without config.ini: the scale list starts empty.
     fs::create_directories(root / "Home");
     // The display screen's driver folder, its switches and its database, and
@@ -152,6 +159,25 @@ void serieWOverEthernet(fc::Firmcast& f, fc::OperatorScript& script, bool adsl) 
                 });
 }
 
+// The visor screen opened from its picture, COM2 chosen, and the load
+// started; the visor's speed makes the scene a load in progress or its end.
+fc::Pump* scenePump = nullptr;
+std::unique_ptr<fc::OperatorScript> visorScript;
+
+void visorLoad(fc::Firmcast& f, fc::OperatorScript& script) {
+    pick(f, script, "optVisores", "Picture12");
+    visorScript = std::make_unique<fc::OperatorScript>(*scenePump);
+    visorScript
+        ->when([&f] { return f.visorScreen() != nullptr && f.visorScreen()->loaded(); },
+               "the visor screen", [] {})
+        .after(500, "COM2 and Load", [&f] {
+            fc::frmCargaMV510& v = *f.visorScreen();
+            fc::operatorClick(v, "Option2");
+            fc::operatorClick(v, "optrs232");
+            fc::operatorClick(v, "cmdAdelante");
+        });
+}
+
 const std::map<std::string, Scene> kScenes = {
     {"model-scales", [](fc::Firmcast&, fc::OperatorScript&) {}},
     {"model-labellers",
@@ -198,6 +224,8 @@ const std::map<std::string, Scene> kScenes = {
          fileStep(f, script);
          script.after(300, "Next", [&f] { fc::operatorClick(f, "cmdAdelante"); });
      }},
+    {"visor-load", visorLoad},
+    {"visor-end", visorLoad},
     {"ethernet-load",
      [](fc::Firmcast& f, fc::OperatorScript& script) { serieWOverEthernet(f, script, false); }},
     {"ethernet-end",
@@ -284,11 +312,18 @@ int main(int argc, char** argv) {
         fc::Drives({{'c', (root / "C").string()}, {'t', (root / "T").string()}}));
 
     fc::QtPump pump;
+    scenePump = &pump;
     fc::NumberedScale::Config config;
     config.eraseTime = 1'500'000;
     fc::NumberedScale scale(config);
     fc::PtyDeviceHost line(pump, scale);
     setenv("FIRMCAST_COM1", line.ttyPath().c_str(), 1);
+    fc::VisorBootLoader::Config visorConfig;
+    if (std::string(argv[1]) == "visor-load")
+        visorConfig.programTime = 150'000;
+    fc::VisorSerial visor(visorConfig);
+    fc::PtyDeviceHost visorLine(pump, visor);
+    setenv("FIRMCAST_COM2", visorLine.ttyPath().c_str(), 1);
 
     const std::string name = argv[1];
     const bool ethernet = name.rfind("ethernet", 0) == 0 || name == "record-form";
@@ -325,6 +360,7 @@ int main(int argc, char** argv) {
         fc::CreaTablasMac(*bd);
         fc::wireMacSteps(form, mac);
     }
+    fc::registerVisorLayout();
     fc::ScreenWindow window(form, pump);
     fc::OperatorScript script(pump);
     scene->second(form, script);

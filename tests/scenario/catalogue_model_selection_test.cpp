@@ -269,10 +269,10 @@ TEST(ModelSelection, TheVisorPictureOpensItsScreenModallyAndStepZeroComesBack) {
         EXPECT_EQ(f->modelo_elegido, 7);
         EXPECT_EQ(f->Picture12.backColor(), kColourHighlight);
     });
-    onVisor.after(1000, "close it", [f] { f->visorScreen()->unload(); });
+    onVisor.after(1000, "back to the main screen", [f] { f->visorScreen()->cmdAtras.click(); });
     onVisor.when(visorShown, "the same screen again", [f, &firstShown] {
         EXPECT_EQ(f->visorScreen(), firstShown);
-        f->visorScreen()->unload();
+        f->visorScreen()->cmdAtras.click();  // back to the main screen
     });
     EXPECT_EQ(rig.run(""), -1);
     EXPECT_TRUE(onVisor.finished());

@@ -331,7 +331,7 @@ TEST(MainDriver, NoModelPictureRaisesSerieGOrMv510) {
         OperatorScript onVisor(rig.pump);
         if (code == 7) {
             onVisor.when([f] { return f->visorScreen() != nullptr && f->visorScreen()->loaded(); },
-                         "close the visor screen", [f] { f->visorScreen()->unload(); });
+                         "back from the visor screen", [f] { f->visorScreen()->cmdAtras.click(); });
         }
         rig.script.when([f] { return f->Seleccion.reachable(); }, "pick",
                         [&, code] {

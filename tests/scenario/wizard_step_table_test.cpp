@@ -113,7 +113,7 @@ TEST(StepTable, From0NextOnTheVisorLeavesTheStepAsItWas) {
     for (const char* when : {"from the picture", "from Next"}) {
         onVisor.when(shown, std::string("close the visor screen opened ") + when, [f] {
             EXPECT_EQ(f->paso_asistente, 0);
-            f->visorScreen()->unload();
+            f->visorScreen()->cmdAtras.click();  // back to the main screen
         });
     }
     EXPECT_EQ(rig.run(""), -1);
@@ -128,7 +128,7 @@ TEST(StepTable, From1NextOnTheVisorLeavesTheStepAndRunsNoWay) {
     f.paso_asistente = 1;
     f.modelo_elegido = 7;
     rig.script.when([&f] { return f.visorScreen() != nullptr && f.visorScreen()->loaded(); },
-                    "close it", [&f] { f.visorScreen()->unload(); });
+                    "close it", [&f] { f.visorScreen()->cmdAtras.click(); });
     f.cmdAdelante_Click();
     EXPECT_TRUE(rig.script.finished());
     EXPECT_EQ(f.paso_asistente, 1);
