@@ -27,11 +27,13 @@ void arrancaTimerout(EthernetPanel& p, int ms) {
 }
 
 // Waits for SendComplete up to 500 ms. A socket that drops meanwhile fails
-// the scale and ends the wait.
+// the scale and ends the wait. Each pass sleeps 1 ms, then yields: the
+// completion is seen as the yield raises it, and the next message follows
+// at once, so that the scale is not kept waiting for the sleep.
 void esperaEnvio(EthernetPanel& p, int i) {
     while (p.TimerEnvio.enabled() && !p.respuesta.envio_completo) {
-        p.pump.doEvents();
         p.pump.sleep(1);
+        p.pump.doEvents();
         if (p.WsckCliente.state() == sck::kClosed) {
             p.TimerEnvio.setEnabled(false);
             p.estado_balanzas[i] = false;
