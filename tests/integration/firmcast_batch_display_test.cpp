@@ -45,6 +45,23 @@ TEST(FirmcastBatchDisplay, LoadsADisplayOnASerialPortAndSaysLoadedOk) {
     EXPECT_NE(switches.find("-p COM1\r\n"), std::string::npos) << switches;
 }
 
+// Over Ethernet the driver reaches the display on the screen's port 3000;
+// the display listens on a loopback address of its own, so that nothing
+// else on the machine shares that port with it.
+TEST(FirmcastBatchDisplay, LoadsADisplayOverEthernetAndSaysLoadedOk) {
+    PreparedHome h;
+    ASSERT_TRUE(h.prepared);
+    FirstLineProcess display({kBin + "/firmcast-sim", "--tcp", "3000", "--address", "127.0.0.93",
+                              "--device", "graphic-display"});
+    if (display.firstLine() != "listening on 3000")
+        GTEST_SKIP() << "port 3000 of 127.0.0.93 is not free here: " << display.firstLine();
+    BatchResult r = runBatchProcess(
+        {"--display", "--ethernet", "127.0.0.93", "--file", h.file, "--logic-address", "49"},
+        {{"FIRMCAST_HOME", h.home.path().string()}});
+    EXPECT_EQ(r.status, 0) << r.said();
+    EXPECT_EQ(r.out, "label: Loaded OK\n") << r.said();
+}
+
 TEST(FirmcastBatchDisplay, ADisplayThatRejectsTheCrcEndsWithLoadedKoAndExit1) {
     PreparedHome h;
     FirstLineProcess display({kBin + "/firmcast-sim", "--device", "graphic-display", "--baud",
