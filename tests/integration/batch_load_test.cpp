@@ -197,41 +197,33 @@ void writeLoopbackList(const TempFolder& home, int count, int port) {
     home.write("config.ini", text + "[Puertos]\r\nTx=" + std::to_string(port) + "\r\n");
 }
 
-// Over a real socket, at the level that gives no MAC: the whole load, the
-// checksum answered by the scale, and the line that says so.
-TEST(BatchEthernet, LoadsASimulatedScaleOverARealSocket) {
-    LoopbackScale scale;
-    ASSERT_GT(scale.port, 0) << scale.process.firstLine();
+// One simulated scale with `faults` on the loopback, loaded at the level that
+// gives no MAC.
+BatchResult loopbackLoadAtLevel3(const std::vector<std::string>& faults) {
+    LoopbackScale scale(faults);
     TempFolder folder, home;
     writeLoopbackList(home, 1, scale.port);
     std::string file = folder.write("fw.hex", EthernetRig::twoBankFile());
-    BatchResult run =
-        runBatchProcess({"--model", "0", "--ethernet", "--level", "3", "--file", file},
-                        {{"FIRMCAST_HOME", home.path().string()}});
+    return runBatchProcess({"--model", "0", "--ethernet", "--level", "3", "--file", file},
+                           {{"FIRMCAST_HOME", home.path().string()}});
+}
+
+// Over a real socket, at the level that gives no MAC: the whole load, the
+// checksum answered by the scale, and the line that says so.
+TEST(BatchEthernet, LoadsASimulatedScaleOverARealSocket) {
+    BatchResult run = loopbackLoadAtLevel3({});
     EXPECT_EQ(run.status, 0) << run.said();
     EXPECT_EQ(run.out, "scale 1: 127.0.0.1 ok: Scale 1 loaded OK\n");
 }
 
 TEST(BatchEthernet, AWrongChecksumOverARealSocketFailsWithItsText) {
-    LoopbackScale scale({"--wrong-checksum"});
-    TempFolder folder, home;
-    writeLoopbackList(home, 1, scale.port);
-    std::string file = folder.write("fw.hex", EthernetRig::twoBankFile());
-    BatchResult run =
-        runBatchProcess({"--model", "0", "--ethernet", "--level", "3", "--file", file},
-                        {{"FIRMCAST_HOME", home.path().string()}});
+    BatchResult run = loopbackLoadAtLevel3({"--wrong-checksum"});
     EXPECT_EQ(run.status, 1) << run.said();
     EXPECT_EQ(run.out, "scale 1: 127.0.0.1 failed: Scale 1 Checksum Error\n");
 }
 
 TEST(BatchEthernet, AScaleThatStopsReadingEndsInItsErrorWaitOverARealSocket) {
-    LoopbackScale scale({"--fail-at", "3:42"});
-    TempFolder folder, home;
-    writeLoopbackList(home, 1, scale.port);
-    std::string file = folder.write("fw.hex", EthernetRig::twoBankFile());
-    BatchResult run =
-        runBatchProcess({"--model", "0", "--ethernet", "--level", "3", "--file", file},
-                        {{"FIRMCAST_HOME", home.path().string()}});
+    BatchResult run = loopbackLoadAtLevel3({"--fail-at", "3:42"});
     EXPECT_EQ(run.status, 1) << run.said();
     EXPECT_EQ(run.out, "scale 1: 127.0.0.1 failed: Scale 1 ERROR 42\n");
 }

@@ -28,6 +28,11 @@ std::array<std::uint8_t, 6> ourMac(int last) {
     return {0x02, 0xC0, 0xDE, 0x00, 0x00, static_cast<std::uint8_t>(last)};
 }
 
+// From "Deleting Scale's Flash ..." to "Mensaje 1": the first scale's erase wait.
+long long eraseWait(const EthernetRig& rig) {
+    return rig.firstInfoAt("Mensaje 1") - rig.firstInfoAt("Deleting Scale\xC2\xB4s Flash ...");
+}
+
 int messagesOfTheFile(EthernetRig& rig) {
     return static_cast<int>(rig.form().mensajes.size());
 }
@@ -203,8 +208,7 @@ TEST(EthernetLoad, AScaleThatAnswersTheEraseWithAnotherCodeMakesTheLoaderWaitThe
     rig.addScale(1, ourMac(7)).faults.eraseCode = 4;
     rig.writeList();
     rig.load(EthernetRig::twoBankFile());
-    long long waited =
-        rig.firstInfoAt("Mensaje 1") - rig.firstInfoAt("Deleting Scale\xC2\xB4s Flash ...");
+    long long waited = eraseWait(rig);
     // 40 s, and the pass with its 1 ms sleep that saw the time-out.
     EXPECT_NEAR(waited, 40000, 2);
     EXPECT_EQ(rig.form().lblInformacion.caption(), "Scale 1 loaded OK");
@@ -215,8 +219,7 @@ TEST(EthernetLoad, ASilentEraseIsNotAFailureAndTheLoadGoesOnAfter40S) {
     rig.addScale(1, ourMac(7)).faults.silentErase = true;
     rig.writeList();
     rig.load(EthernetRig::twoBankFile());
-    long long waited =
-        rig.firstInfoAt("Mensaje 1") - rig.firstInfoAt("Deleting Scale\xC2\xB4s Flash ...");
+    long long waited = eraseWait(rig);
     // 40 s, and the pass with its 1 ms sleep that saw the time-out.
     EXPECT_NEAR(waited, 40000, 2);
     EXPECT_EQ(rig.form().lblInformacion.caption(), "Scale 1 loaded OK");
@@ -227,8 +230,7 @@ TEST(EthernetLoad, TheEraseWaitEndsAsSoonAsCode3Comes) {
     rig.addScale(1, ourMac(7)).eraseTime = 1'500'000;
     rig.writeList();
     rig.load(EthernetRig::twoBankFile());
-    long long waited =
-        rig.firstInfoAt("Mensaje 1") - rig.firstInfoAt("Deleting Scale\xC2\xB4s Flash ...");
+    long long waited = eraseWait(rig);
     // The scale's erase began as it took the message, a moment before the
     // loader's wait did.
     EXPECT_GE(waited, 1490);
