@@ -64,8 +64,12 @@ class EthernetLoadOnBed : public BedTest {
             args.push_back("--serial");
             args.push_back(s);
         }
+        // The ODBC driver's own allocations, kept past its unloading where no
+        // suppression can name them, are not the loader's: the leak checks
+        // of the record form run in the tests' own process.
         return test::runBatchProcess(args, {{"FIRMCAST_HOME", home.path().string()},
-                                            {"ODBCINI", (home.path() / "odbc.ini").string()}});
+                                            {"ODBCINI", (home.path() / "odbc.ini").string()},
+                                            {"LSAN_OPTIONS", "detect_leaks=0"}});
     }
 
     // What the register holds for `mac` (with dashes): serial and department.
