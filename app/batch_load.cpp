@@ -11,6 +11,7 @@
 #include <optional>
 
 #include "app/batch_exit.h"
+#include "app/batch_parallel.h"
 #include "app/batch_progress.h"
 #include "app/batch_record_form.h"
 #include "app/batch_visor.h"
@@ -22,6 +23,12 @@
 #include "operator/model_choice.h"
 #include "operator/operator_script.h"
 #include "operator/scale_list_entry.h"
+#include "platform/ipv4_text.h"
+#include "platform/linux/linux_record_station.h"
+#include "platform/own_rows_network.h"
+#include "platform/program_folder.h"
+#include "record/load_recorder.h"
+#include "record/record_setting.h"
 
 namespace fc::batch {
 
@@ -211,6 +218,23 @@ std::optional<std::string> unreadable(const std::filesystem::path& file) {
     return std::nullopt;
 }
 
+// The record of the Ethernet scales loaded, when the options or config.ini
+// name a file for it.
+std::unique_ptr<LoadRecorder> recorderFor(const Options& options, Firmcast& form,
+                                          RecordStation& station, std::ostream& err) {
+    if (!options.ethernet)
+        return nullptr;
+    const std::string path =
+        options.record.empty() ? configuredRecordFile(programFolder()) : options.record;
+    if (path.empty())
+        return nullptr;
+    auto recorder = std::make_unique<LoadRecorder>(form, station, path);
+    recorder->onWriteFailure = [&err, path](const std::string& why) {
+        err << "firmcast-batch: --record " << path << ": " << why << std::endl;
+    };
+    return recorder;
+}
+
 }  // namespace
 
 int runLoad(const Options& options, std::ostream& out, std::ostream& err) {
@@ -229,10 +253,24 @@ int runLoad(const Options& options, std::ostream& out, std::ostream& err) {
     }
     if (options.model == 7)
         return runVisorLoad(options, out, err);
+    if (options.parallel > 1)
+        return runParallelLoad(options, out, err);
     setenv("FIRMCAST_DRIVE_B", file.parent_path().c_str(), 1);
 
     BatchWorld world(out);
+    // A worker of a parallel run shares the address table with the others:
+    // it deletes only its own scale's rows.
+    std::unique_ptr<OwnRowsNetwork> ownRows;
+    if (options.worker != 0) {
+        std::vector<Ipv4> own;
+        if (std::optional<Ipv4> ip = parseDottedIpv4(options.scales.front()))
+            own.push_back(*ip);
+        ownRows = std::make_unique<OwnRowsNetwork>(world.machine.network, own);
+        world.network = ownRows.get();
+    }
     Firmcast form(world.services());
+    if (options.worker != 0)
+        form.primera_balanza = static_cast<Integer>(options.worker);
     PortNotices portNotices(world.serialPorts.machinePorts(), form);
     // A port that will not open is named with its device and the system's
     // reason, on standard error and in the error log; the box itself says
@@ -252,6 +290,8 @@ int runLoad(const Options& options, std::ostream& out, std::ostream& err) {
     }
     // The MAC addresses and the record form, as in the window.
     MacStation macStation(form);
+    LinuxRecordStation station;
+    std::unique_ptr<LoadRecorder> recorder = recorderFor(options, form, station, err);
     LoadScript script(options, world, form, out, err, follower.get());
     script.plan();
     try {

@@ -109,10 +109,29 @@ void checkVisorLoad(const Options& o) {
         throw UsageError{"give either --com N or --udp IP[:PORT]"};
     if (!o.speed.empty() && !o.udpAddress.empty())
         throw UsageError{"--speed is the speed of a serial line: it goes with --com, not --udp"};
-    if (o.passes != 1 || !o.serials.empty() || !o.scales.empty() || o.save)
+    if (o.passes != 1 || !o.serials.empty() || !o.scales.empty() || o.save || o.parallel != 1 ||
+        o.worker != 0 || !o.record.empty())
         throw UsageError{
             "the visor is loaded once, from its own screen: --passes, --serial, "
-            "--scales and --save are not for model 7"};
+            "--scales, --save, --parallel, --worker and --record are not for model 7"};
+}
+
+// The limit of the scale list, and so of the scales loaded at once.
+constexpr int kMostScales = 20;
+
+void checkParallel(const Options& o) {
+    if (o.parallel > 1 && !o.ethernet)
+        throw UsageError{"--parallel loads Ethernet scales: it goes with --ethernet"};
+    if (o.parallel > 1 && o.scales.empty())
+        throw UsageError{"--parallel needs the scale list: give --scales IP,IP,..."};
+    if (o.parallel > 1 && o.save)
+        throw UsageError{
+            "--save goes with a load of the list one scale after another, not --parallel"};
+    if (!o.record.empty() && !o.ethernet)
+        throw UsageError{"--record keeps the record of Ethernet loads: it goes with --ethernet"};
+    if (o.worker != 0 && (!o.ethernet || o.scales.size() != 1 || o.parallel != 1 || o.save))
+        throw UsageError{
+            "--worker loads one scale of a parallel run: --ethernet and one --scales address"};
 }
 
 void checkLoad(const Options& o) {
@@ -137,14 +156,16 @@ void checkLoad(const Options& o) {
     if (!o.speed.empty() && o.ethernet)
         throw UsageError{
             "--speed is the speed of a serial line: it goes with --com, not --ethernet"};
+    checkParallel(o);
     if (!o.speed.empty() && !speedListInUse(o.model))
         throw UsageError{"--speed is for models 0, 6 and 8: model " + std::to_string(o.model) +
                          " always starts at 57600 and its speed list cannot be changed"};
 }
 
 const std::set<std::string> kFlags = {"--ethernet", "--save", "--check-file", "--adsl"};
-const std::set<std::string> kValued = {"--level",  "--model",  "--com",    "--speed",    "--file",
-                                       "--passes", "--serial", "--scales", "--progress", "--udp"};
+const std::set<std::string> kValued = {"--level",    "--model",  "--com",    "--speed",    "--file",
+                                       "--passes",   "--serial", "--scales", "--progress", "--udp",
+                                       "--parallel", "--record", "--worker"};
 
 // A word that is one of the options, with or without "=value".
 bool isOption(const std::string& word) {
@@ -217,6 +238,14 @@ Options parseLoadOptions(const std::vector<std::string>& args) {
             o.progress = progress(value);
         } else if (option == "--udp") {
             udpTarget(value, o);
+        } else if (option == "--parallel") {
+            o.parallel = number(option, value, 1, kMostScales);
+        } else if (option == "--record") {
+            if (value.empty())
+                throw UsageError{"--record needs a file"};
+            o.record = value;
+        } else if (option == "--worker") {
+            o.worker = number(option, value, 1, kMostScales);
         }
     }
     checkLoad(o);
@@ -343,6 +372,18 @@ std::string usageText() {
            "--scales IP[,IP...]   the Ethernet scale list; --save presses Save Config; at\n"
            "                      the end of each pass one line a scale on standard\n"
            "                      output: \"scale <n>: <ip> <ok|failed>: <its last text>\"\n"
+           "--parallel N          load the scales of --scales N at a time (1 to 20), each\n"
+           "                      by a worker process of its own; the n-th --serial goes\n"
+           "                      to the n-th scale of the list (in pass p, the\n"
+           "                      (n + (p-1) x count)-th); the scale lines come in list\n"
+           "                      order once every worker has ended\n"
+           "--record FILE         append one JSON line per Ethernet scale and pass to FILE:\n"
+           "                      times, station, level, model, address, firmware name,\n"
+           "                      size and SHA-256, checksums, MACs, serial, result; safe\n"
+           "                      when several programs append at once (without it, the\n"
+           "                      record= key of config.ini's [Record] section is used)\n"
+           "--worker N            (used by --parallel) load the one scale of --scales as\n"
+           "                      the N-th of the whole list\n"
            "--check-file          refuse a file with a line that is not a sound record\n"
            "                      (its form or its checksum) before the port is opened\n"
            "--progress HOW        auto (bar on a terminal, plain otherwise), bar, plain\n"

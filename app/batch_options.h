@@ -43,6 +43,15 @@ struct Options {
     bool save = false;                 // press Save Config on the scale list
     bool adsl = false;                 // tick the ADSL box of the scale list
     bool checkFile = false;            // refuse a file with a bad line before the port opens
+    // Ethernet scales loaded this many at a time, each by a worker process of
+    // its own; 1 loads them one after another in this process.
+    int parallel = 1;
+    // A worker of a parallel run: the one scale of `scales` is the
+    // `worker`-th of the whole list. 0 when this is not a worker.
+    int worker = 0;
+    // The record file every device loaded is appended to; empty for none
+    // (then the record= key of config.ini's [Record] section, if any).
+    std::string record;
     Progress progress = Progress::Auto;
     // A graphic display: the way (com, or the display's IP address) and its
     // logical address, an entry of the screen's list "00" to "49".

@@ -44,7 +44,7 @@ std::string RecordFormAnswers::whichScale() const {
         return "the scale on COM" + std::to_string(form_.puerto_com);
     const auto i = static_cast<std::size_t>(form_.balanza_actual);
     const std::string ip = i < form_.lista_balanzas.size() ? form_.lista_balanzas[i] : "";
-    return "scale " + std::to_string(i + 1) + " (" + ip + ")";
+    return "scale " + std::to_string(static_cast<int>(i) + form_.primera_balanza) + " (" + ip + ")";
 }
 
 bool reportScales(const Firmcast& form, std::ostream& out) {
@@ -53,8 +53,8 @@ bool reportScales(const Firmcast& form, std::ostream& out) {
         const bool ok = i < form.estado_balanzas.size() && form.estado_balanzas[i];
         const std::string text = i < form.resultado_balanzas.size() ? form.resultado_balanzas[i]
                                                                     : form.lblInformacion.caption();
-        out << "scale " << i + 1 << ": " << form.lista_balanzas[i] << " " << (ok ? "ok" : "failed")
-            << ": " << text << std::endl;
+        out << "scale " << static_cast<int>(i) + form.primera_balanza << ": "
+            << form.lista_balanzas[i] << " " << (ok ? "ok" : "failed") << ": " << text << std::endl;
         allOk = allOk && ok;
     }
     return allOk;

@@ -72,7 +72,11 @@ BatchWorld::BatchWorld(std::ostream& out) {
 }
 
 Services BatchWorld::services() {
-    return machine.services(pump, dialogs, serialPorts, files, programFolder());
+    Services s = machine.services(pump, dialogs, serialPorts, files, programFolder());
+    if (network == nullptr)
+        return s;
+    return Services{s.pump,       s.dialogs, s.serialPorts, s.files,     s.programFolder, s.drives,
+                    s.fileSystem, s.kernel,  s.calendar,    s.databases, *network};
 }
 
 }  // namespace fc::batch

@@ -43,6 +43,9 @@ struct BatchWorld {
     // The services of a screen of this world.
     Services services();
 
+    // When set, the network the screens reach instead of the machine's own.
+    Network* network = nullptr;
+
     RealPump pump;
     RecordingDialogs dialogs{pump};
     ReportingPortOpener serialPorts;

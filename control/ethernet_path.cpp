@@ -109,10 +109,12 @@ EthernetPanel Firmcast::ethernetPanel() {
         nivel,
         mensajes,
         lista_balanzas,
+        primera_balanza,
         estado_balanzas,
         puerto_tx,
         checksum_memoria,
         mac_actual,
+        mac_tabla,
         pide_mac,
         balanza_actual,
         respuesta_balanza,
@@ -122,7 +124,15 @@ EthernetPanel Firmcast::ethernetPanel() {
                 hooks_.frmDatosBalanza(*this);
         },
         [this] { paradibu(); },
-        [this](int i) { noteScaleResult(i); }};
+        [this](int i) {
+            if (hooks_.scaleTurnStarted)
+                hooks_.scaleTurnStarted(*this, i);
+        },
+        [this](int i) {
+            noteScaleResult(i);
+            if (hooks_.scaleTurnEnded)
+                hooks_.scaleTurnEnded(*this, i);
+        }};
 }
 
 }  // namespace fc

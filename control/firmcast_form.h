@@ -12,10 +12,10 @@
 
 #include "common/common_module.h"
 #include "control/load_hooks.h"
+#include "display/frm_carga_display_grafico.h"
 #include "ethernet/ethernet_panel.h"
 #include "ethernet/network_module.h"
 #include "ethernet/respuesta_balanza.h"
-#include "display/frm_carga_display_grafico.h"
 #include "firmware/hex_record.h"
 #include "firmware/mensaje_eth.h"
 #include "platform/controls.h"
@@ -202,6 +202,14 @@ class Firmcast : public Screen {
     Long puerto_tx = 3000;
     // The scale the record form is opened for.
     Integer balanza_actual = 0;
+    // The number the scale list's first scale is shown with: 1, except in a
+    // parallel run's worker, which loads one scale of a longer list.
+    Integer primera_balanza = 1;
+    // The MAC the address table gave at the last MAC decision over Ethernet,
+    // and the serial number the last record form took: what a record of the
+    // load keeps of them.
+    std::string mac_tabla;
+    std::string numero_serie;
     // The Ethernet load's last answer from a scale, and its image checksum.
     RespuestaBalanza respuesta_balanza;
     // The last text lblInformacion showed during each scale's turn of the

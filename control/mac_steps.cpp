@@ -14,6 +14,7 @@ void wireMacSteps(Firmcast& form, MacModule& m) {
                                                 f.tipo_conexion, f.lista_balanzas,
                                                 f.balanza_actual});
         datos.Mostrar();
+        f.numero_serie = datos.txtSerialNumber.text();
     };
 }
 

@@ -53,12 +53,13 @@ void DecideMac(EthernetPanel& p, int i) {
         fallaSinMac(p, i);
         return;
     }
+    p.mac_tabla = mac;
     const bool nuestra = mac.compare(0, 6, kPrefijoPropio) == 0;
     if (!nuestra && p.WsckCliente.state() == sck::kConnected) {
         pideMacNueva(p, i);
     } else if (!nuestra) {
         // Not ours, and the socket has gone: it cannot be given one.
-        p.dialogs.msgBox(TextoBalanza(i) + ". Error while sending MAC Address.", mb::kCritical,
+        p.dialogs.msgBox(TextoBalanza(p, i) + ". Error while sending MAC Address.", mb::kCritical,
                          kAppTitle);
         fallaSinMac(p, i);
     } else {

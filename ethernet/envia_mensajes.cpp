@@ -74,12 +74,15 @@ void terminaFallida(EthernetPanel& p, int i, bool macQuitada) {
     p.lstBalanzas.setSmallIcon(i, kIconoFallo);
     if (p.pide_mac && !macQuitada) {
         p.mensajes.pop_back();
-        p.dialogs.msgBox(TextoBalanza(i) + ". Error while sending MAC Address.", mb::kCritical,
+        p.dialogs.msgBox(TextoBalanza(p, i) + ". Error while sending MAC Address.", mb::kCritical,
                          kAppTitle);
     }
 }
 
 void cargaBalanza(EthernetPanel& p, int i) {
+    p.mac_tabla.clear();
+    if (p.balanzaEmpieza)
+        p.balanzaEmpieza(i);
     borraLasDemas(p, i);
     ConectaBalanza(p, i);
     preparaBarra(p);
@@ -91,7 +94,7 @@ void cargaBalanza(EthernetPanel& p, int i) {
     if (!p.estado_balanzas[i])
         terminaFallida(p, i, macQuitada);
     if (p.estado_balanzas[i])
-        p.lblInformacion.setCaption(TextoBalanza(i) + " loaded OK");
+        p.lblInformacion.setCaption(TextoBalanza(p, i) + " loaded OK");
     p.lstBalanzas.setSelectedRow(i);
     if (p.balanzaTerminada)
         p.balanzaTerminada(i);
@@ -99,8 +102,8 @@ void cargaBalanza(EthernetPanel& p, int i) {
 
 }  // namespace
 
-std::string TextoBalanza(int i) {
-    return "Scale " + std::to_string(i + 1);
+std::string TextoBalanza(const EthernetPanel& p, int i) {
+    return "Scale " + std::to_string(i + p.primera_balanza);
 }
 
 std::string TextoMensaje(const MensajeEth& mensaje) {

@@ -116,14 +116,14 @@ void EsperaBorrado(EthernetPanel& p) {
 void EsperaError(EthernetPanel& p, int i) {
     arrancaTimerout(p, kEsperaErrorMs);
     p.lblInformacion.setCaption("Waiting error ...");
-    std::string texto = TextoBalanza(i) + " ERROR ";
+    std::string texto = TextoBalanza(p, i) + " ERROR ";
     // The one wait that yields without sleeping.
     while (!p.tiempo_agotado) {
         p.pump.doEvents();
         if (p.respuesta.codigo_respuesta == respuesta::kError &&
             p.respuesta.longitud_respuesta >= 1) {
             p.tiempo_agotado = kTrue;
-            texto = TextoBalanza(i) + " ERROR " + std::to_string(p.respuesta.error_balanza);
+            texto = TextoBalanza(p, i) + " ERROR " + std::to_string(p.respuesta.error_balanza);
         }
     }
     p.timerout.setEnabled(false);
@@ -143,7 +143,7 @@ void EsperaChecksum(EthernetPanel& p, int i) {
     p.lblInformacion.setCaption("");
     // A time-out leaves the old checksum, and so is told as a checksum error.
     if (p.checksum_memoria != p.respuesta.checksum_balanza) {
-        p.lblInformacion.setCaption(TextoBalanza(i) + " Checksum Error");
+        p.lblInformacion.setCaption(TextoBalanza(p, i) + " Checksum Error");
         p.lstBalanzas.setSmallIcon(i, kIconoFallo);
         p.estado_balanzas[i] = false;
     }

@@ -44,10 +44,17 @@ struct EthernetPanel {
     const Integer& nivel;
     std::vector<MensajeEth>& mensajes;
     const std::vector<std::string>& lista_balanzas;
+    // The number the list's first scale is shown with in the texts: 1, or in
+    // a parallel run's worker, which loads one scale of a longer list, that
+    // scale's place in the whole list.
+    const Integer& primera_balanza;
     std::vector<bool>& estado_balanzas;
     const Long& puerto_tx;
     const Long& checksum_memoria;
     std::string& mac_actual;
+    // The MAC the address table gave for the scale at its MAC decision; empty
+    // when it was not read or not found.
+    std::string& mac_tabla;
     Flag& pide_mac;
     Integer& balanza_actual;
     RespuestaBalanza& respuesta;
@@ -57,6 +64,8 @@ struct EthernetPanel {
     std::function<void()> frmDatosBalanza;
     // Stops the load animation.
     std::function<void()> paradibu;
+    // Told when scale i's turn begins, before its address table rows go.
+    std::function<void(int i)> balanzaEmpieza;
     // Told when scale i's turn has ended, with its flag and lblInformacion
     // as they stand then.
     std::function<void(int i)> balanzaTerminada;

@@ -15,6 +15,7 @@ void TomaRespuesta(RespuestaBalanza& r, const std::string& datos_recibidos) {
     if (r.codigo_respuesta == respuesta::kChecksum) {
         r.checksum_balanza =
             ValHexAt(datos_recibidos, 7, 2) * 256 + ValHexAt(datos_recibidos, 9, 2);
+        ++r.respuestas_checksum;
     } else if (r.codigo_respuesta == respuesta::kError) {
         r.error_balanza = ValHexAt(datos_recibidos, 6, 1) * 16 + ValHexAt(datos_recibidos, 7, 1);
     }

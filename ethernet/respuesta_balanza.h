@@ -28,6 +28,10 @@ struct RespuestaBalanza {
     Long error_balanza = 0;
     // Set when the socket reports that a send is complete.
     Flag envio_completo = kFalse;
+    // How many code 5 answers have been decoded: a record of a scale's turn
+    // tells by it whether this scale answered its checksum at all, which
+    // `checksum_balanza` alone, never cleared, cannot say.
+    long respuestas_checksum = 0;
 };
 
 // DataArrival: decodes `datos_recibidos` into `r`. The first byte is the

@@ -35,8 +35,9 @@ void DecideMac(EthernetPanel& p, int i);
 // the image's.
 void EsperaChecksum(EthernetPanel& p, int i);
 
-// "Scale " and the scale's number counted from 1.
-std::string TextoBalanza(int i);
+// "Scale " and the scale's number: its place in the list counted from
+// `primera_balanza` (1 unless a parallel run's worker says otherwise).
+std::string TextoBalanza(const EthernetPanel& p, int i);
 
 // Starts `socket` towards `ip` on the scale port with the loader's options
 // and `TimerConnection` running, after closing whatever it held.

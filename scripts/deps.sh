@@ -10,7 +10,7 @@ packages=(
     qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev
     xvfb xauth x11-utils xdotool imagemagick
     clang libclang-rt-14-dev
-    zlib1g-dev srecord
+    zlib1g-dev libssl-dev srecord
     libsqlite3-dev sqlite3
     unixodbc-dev odbcinst libsqliteodbc odbc-postgresql postgresql
     iproute2 libcap2-bin

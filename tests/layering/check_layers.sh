@@ -26,14 +26,16 @@ allowed() {
         sim/host) echo "platform platform/linux sim/device" ;;
         sim) echo "platform sim/device" ;;
         virtual) echo "platform sim/device" ;;
+        # The record of devices loaded listens to the main screen's loads.
+        record) echo "platform common firmware serial ethernet mac visor display control" ;;
         operator) echo "platform common firmware serial ethernet mac visor display control" ;;
         gui) echo "platform platform/qt common firmware serial ethernet mac visor display control" ;;
-        app) echo "platform platform/linux platform/qt common firmware serial ethernet mac visor display control operator gui" ;;
+        app) echo "platform platform/linux platform/qt common firmware serial ethernet mac visor display control record operator gui" ;;
     esac
 }
 
 # The system's own folders: standard C++ headers only.
-system_folders="platform common firmware serial ethernet mac visor display control"
+system_folders="platform common firmware serial ethernet mac visor display control record"
 
 fail() {
     echo "$1"
@@ -63,7 +65,7 @@ check_folder() {
 }
 
 for folder in platform platform/linux platform/qt common firmware serial ethernet mac visor display \
-              control sim/device sim/host sim virtual operator gui app; do
+              control record sim/device sim/host sim virtual operator gui app; do
     check_folder "$folder"
 done
 
