@@ -76,6 +76,35 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"AProgressItDoesNotKnow",
                 {"--model", "1", "--com", "1", "--file", "fw.hex", "--progress", "xml"},
                 "firmcast-batch: --progress takes auto, bar, plain, json or none (not \"xml\")"},
+        Refusal{"ParallelOverRs232",
+                {"--model", "0", "--com", "1", "--parallel", "2", "--file", "fw.hex"},
+                "firmcast-batch: --parallel loads Ethernet scales: it goes with --ethernet"},
+        Refusal{"ParallelWithoutTheList",
+                {"--model", "0", "--ethernet", "--parallel", "2", "--file", "fw.hex"},
+                "firmcast-batch: --parallel needs the scale list: give --scales IP,IP,..."},
+        Refusal{"ParallelWithSave",
+                {"--model", "0", "--ethernet", "--scales", "10.0.0.1,10.0.0.2", "--save",
+                 "--parallel", "2", "--file", "fw.hex"},
+                "firmcast-batch: --save goes with a load of the list one scale after another, not "
+                "--parallel"},
+        Refusal{"MoreAtOnceThanTheListCanHold",
+                {"--model", "0", "--ethernet", "--scales", "10.0.0.1", "--parallel", "21",
+                 "--file", "fw.hex"},
+                "firmcast-batch: --parallel takes a number from 1 to 20 (not \"21\")"},
+        Refusal{"ARecordOfASerialLoad",
+                {"--model", "0", "--com", "1", "--record", "r.jsonl", "--file", "fw.hex"},
+                "firmcast-batch: --record keeps the record of Ethernet loads: it goes with "
+                "--ethernet"},
+        Refusal{"AWorkerWithTwoScales",
+                {"--model", "0", "--ethernet", "--scales", "10.0.0.1,10.0.0.2", "--worker", "3",
+                 "--file", "fw.hex"},
+                "firmcast-batch: --worker loads one scale of a parallel run: --ethernet and one "
+                "--scales address"},
+        Refusal{"ParallelForTheVisor",
+                {"--model", "7", "--udp", "10.0.0.9", "--parallel", "2", "--file", "fw.hex"},
+                "firmcast-batch: the visor is loaded once, from its own screen: --passes, "
+                "--serial, --scales, --save, --parallel, --worker and --record are not for model "
+                "7"},
         Refusal{
             "VersionWithMore", {"--version", "--help"}, "firmcast-batch: --version stands alone"},
         Refusal{"NothingToDo", {}, "firmcast-batch: nothing to do"}),
@@ -110,7 +139,8 @@ TEST(BatchCommandLine, HelpGoesToStandardOutputAndNamesTheNewOptions) {
     BatchResult run = runBatchProcess({"--help"});
     EXPECT_EQ(run.status, 0);
     EXPECT_TRUE(startsWith(run.out, "usage: firmcast-batch")) << run.out;
-    for (const char* option : {"--progress", "--list-ports", "--version", "--speed"})
+    for (const char* option :
+         {"--progress", "--list-ports", "--version", "--speed", "--parallel", "--record"})
         EXPECT_NE(run.out.find(option), std::string::npos) << option;
     EXPECT_EQ(run.err, "");
 }

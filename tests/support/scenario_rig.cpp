@@ -37,8 +37,9 @@ void ScenarioRig::addDrive(char letter, const std::filesystem::path& folder) {
 Services ScenarioRig::servicesWith(SerialPortOpener& ports) {
     if (!drives_)
         drives_ = std::make_unique<Drives>(driveRoots_);
+    Network& seen = networkSeen != nullptr ? *networkSeen : network;
     return Services{pump,     dialogs,    ports,  files,    home.path().string(),
-                    *drives_, fileSystem, kernel, calendar, databases, network};
+                    *drives_, fileSystem, kernel, calendar, databases, seen};
 }
 
 Firmcast& ScenarioRig::form() {

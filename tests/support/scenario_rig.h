@@ -59,6 +59,9 @@ class ScenarioRig {
     SqliteDatabaseEngine databases;
     // The LAN of the scales, on the same clock.
     VirtualNetwork network{pump};
+    // When set before the screen is built, the network it reaches instead of
+    // `network` (a view of it, say).
+    Network* networkSeen = nullptr;
     LoadHooks hooks;
     OperatorScript script{pump};
 
