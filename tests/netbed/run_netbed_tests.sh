@@ -16,7 +16,8 @@
 # with SIGKILL, say) is removed by the next run.
 set -euo pipefail
 
-readonly kScales=3
+# FIRMCAST_NETBED_SCALE_COUNT: how many scales the bed has (3 unless given).
+readonly kScales=${FIRMCAST_NETBED_SCALE_COUNT:-3}
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 readonly netbed="$here/netbed.sh"
 
