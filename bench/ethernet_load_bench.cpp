@@ -33,6 +33,7 @@
 #include "platform/linux/termios_port.h"
 #include "support/first_line_process.h"
 #include "support/intel_hex.h"
+#include "whole_flash.h"
 
 namespace fs = std::filesystem;
 
@@ -54,20 +55,6 @@ struct Change {
     double atMs;
     std::string text;
 };
-
-// 704 KB in 16-byte records, a 02 record for each 64 KB bank.
-void writeWholeFlash(const fs::path& file) {
-    std::ofstream out(file, std::ios::binary);
-    for (int bank = 0x4000; bank < 0xF000; bank += 0x1000) {
-        out << fc::test::bankRecord(bank) << "\r\n";
-        for (int address = 0; address < 0x10000; address += 16) {
-            std::vector<int> data(16);
-            for (int k = 0; k < 16; ++k) data[k] = (address + k + bank) & 0xFF;
-            out << fc::test::intelRecord(address, 0, data) << "\r\n";
-        }
-    }
-    out << fc::test::endRecord() << "\r\n";
-}
 
 struct Phases {
     double connect = 0, erase = 0, transfer = 0, checksum = 0, turn = 0;
@@ -122,7 +109,7 @@ void run(int scales, long rate) {
     fs::remove_all(root);
     fs::create_directories(root / "C");
     fs::create_directories(root / "Home");
-    writeWholeFlash(root / "C" / "flash.hex");
+    fc::bench::writeWholeFlash(root / "C" / "flash.hex");
     const std::string bin = FIRMCAST_BIN;
     std::vector<std::unique_ptr<fc::FirstLineProcess>> sims;
     int port = 0;
