@@ -111,8 +111,8 @@ struct ParallelRun {
 };
 
 TEST(BatchParallel, ThreeScalesAtOnceGiveTheirLinesInListOrderAndARecordLineEach) {
-    // The first scale reads slowly and ends last.
-    LoopbackScales scales({{"--read-rate", "20000"}, {"--wrong-checksum"}, {}});
+    // The first scale erases slowly and ends last.
+    LoopbackScales scales({{"--erase-ms", "1500"}, {"--wrong-checksum"}, {}});
     ASSERT_TRUE(scales.allListening());
     ParallelRun p(scales, "3");
     BatchResult run = p.run({"--parallel", "3"});
@@ -165,7 +165,7 @@ TEST(BatchParallel, EachSerialGoesToTheScaleOfItsPlaceInTheList) {
     auto store = MacStore::make("SQLite", whyNot);
     if (!store)
         GTEST_SKIP() << "SQLite is not available here: " << whyNot;
-    LoopbackScales scales({{"--read-rate", "20000"}, {}, {}});
+    LoopbackScales scales({{"--erase-ms", "1500"}, {}, {}});
     ASSERT_TRUE(scales.allListening());
     ParallelRun p(scales, "1");
     p.home.write("odbc.ini", store->iniSection(kOrigenMac));
@@ -196,8 +196,9 @@ pid_t workerOf(int n) {
 }
 
 TEST(BatchParallel, AWorkerKilledMidLoadIsReportedFailedAndLeavesNoHalfWrittenRecordLine) {
-    // The second scale reads slowly enough to be caught in the middle.
-    LoopbackScales scales({{}, {"--read-rate", "4000"}, {}});
+    // The second scale's erase takes six seconds: its worker is caught in
+    // the middle of the load, waiting for it.
+    LoopbackScales scales({{}, {"--erase-ms", "6000"}, {}});
     ASSERT_TRUE(scales.allListening());
     ParallelRun p(scales, "3");
     BatchResult run;
@@ -207,8 +208,8 @@ TEST(BatchParallel, AWorkerKilledMidLoadIsReportedFailedAndLeavesNoHalfWrittenRe
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         victim = workerOf(2);
     }
-    // Well into its transfer: the connection and its settle take a second.
-    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    // Past the connection and its settle (a second), in the erase wait.
+    std::this_thread::sleep_for(std::chrono::milliseconds(2000));
     if (victim != 0)
         kill(victim, SIGKILL);
     batch.join();
