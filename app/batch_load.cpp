@@ -218,12 +218,10 @@ std::optional<std::string> unreadable(const std::filesystem::path& file) {
     return std::nullopt;
 }
 
-// The record of the Ethernet scales loaded, when the options or config.ini
-// name a file for it.
-std::unique_ptr<LoadRecorder> recorderFor(const Options& options, Firmcast& form,
+// The record of the devices loaded, when the options or config.ini name a
+// file for it.
+std::unique_ptr<LoadRecorder> recorderFor(const Options& options, BatchWorld& world, Firmcast& form,
                                           RecordStation& station, std::ostream& err) {
-    if (!options.ethernet)
-        return nullptr;
     const std::string path =
         options.record.empty() ? configuredRecordFile(programFolder()) : options.record;
     if (path.empty())
@@ -232,6 +230,8 @@ std::unique_ptr<LoadRecorder> recorderFor(const Options& options, Firmcast& form
     recorder->onWriteFailure = [&err, path](const std::string& why) {
         err << "firmcast-batch: --record " << path << ": " << why << std::endl;
     };
+    LoadRecorder* told = recorder.get();
+    world.notedDialogs.onBox = [told](const std::string& text) { told->boxShown(text); };
     return recorder;
 }
 
@@ -291,7 +291,7 @@ int runLoad(const Options& options, std::ostream& out, std::ostream& err) {
     // The MAC addresses and the record form, as in the window.
     MacStation macStation(form);
     LinuxRecordStation station;
-    std::unique_ptr<LoadRecorder> recorder = recorderFor(options, form, station, err);
+    std::unique_ptr<LoadRecorder> recorder = recorderFor(options, world, form, station, err);
     LoadScript script(options, world, form, out, err, follower.get());
     script.plan();
     try {

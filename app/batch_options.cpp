@@ -127,8 +127,6 @@ void checkParallel(const Options& o) {
     if (o.parallel > 1 && o.save)
         throw UsageError{
             "--save goes with a load of the list one scale after another, not --parallel"};
-    if (!o.record.empty() && !o.ethernet)
-        throw UsageError{"--record keeps the record of Ethernet loads: it goes with --ethernet"};
     if (o.worker != 0 && (!o.ethernet || o.scales.size() != 1 || o.parallel != 1 || o.save))
         throw UsageError{
             "--worker loads one scale of a parallel run: --ethernet and one --scales address"};
@@ -377,8 +375,8 @@ std::string usageText() {
            "                      to the n-th scale of the list (in pass p, the\n"
            "                      (n + (p-1) x count)-th); the scale lines come in list\n"
            "                      order once every worker has ended\n"
-           "--record FILE         append one JSON line per Ethernet scale and pass to FILE:\n"
-           "                      times, station, level, model, address, firmware name,\n"
+           "--record FILE         append one JSON line per device and pass to FILE: times,\n"
+           "                      station, level, model, port or address, firmware name,\n"
            "                      size and SHA-256, checksums, MACs, serial, result; safe\n"
            "                      when several programs append at once (without it, the\n"
            "                      record= key of config.ini's [Record] section is used)\n"

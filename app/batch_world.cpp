@@ -72,7 +72,7 @@ BatchWorld::BatchWorld(std::ostream& out) {
 }
 
 Services BatchWorld::services() {
-    Services s = machine.services(pump, dialogs, serialPorts, files, programFolder());
+    Services s = machine.services(pump, notedDialogs, serialPorts, files, programFolder());
     if (network == nullptr)
         return s;
     return Services{s.pump,       s.dialogs, s.serialPorts, s.files,     s.programFolder, s.drives,

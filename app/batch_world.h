@@ -14,6 +14,7 @@
 #include "platform/linux/linux_machine.h"
 #include "platform/linux/real_pump.h"
 #include "platform/linux/termios_port.h"
+#include "platform/noted_dialogs.h"
 
 namespace fc::batch {
 
@@ -48,6 +49,9 @@ struct BatchWorld {
 
     RealPump pump;
     RecordingDialogs dialogs{pump};
+    // What the screens are given: the same boxes, told on the way to
+    // whoever keeps the record of the loads.
+    NotedDialogs notedDialogs{dialogs};
     ReportingPortOpener serialPorts;
     FileTable files;
     LinuxMachine machine;

@@ -17,6 +17,7 @@
 #include "platform/linux/linux_record_station.h"
 #include "platform/linux/process_launcher.h"
 #include "platform/linux/termios_port.h"
+#include "platform/noted_dialogs.h"
 #include "platform/program_folder.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_pump.h"
@@ -36,7 +37,10 @@ int main(int argc, char** argv) {
     fc::FileTable files;
     fc::LinuxMachine machine;
     fc::LinuxProcessLauncher launcher(machine.drives);
-    fc::Firmcast form(machine.services(pump, dialogs, serialPorts, files, fc::programFolder()));
+    // The boxes are told on their way to whoever keeps the record of the loads.
+    fc::NotedDialogs notedDialogs(dialogs);
+    fc::Firmcast form(
+        machine.services(pump, notedDialogs, serialPorts, files, fc::programFolder()));
     fc::MacStation macStation(form);
     fc::PortNotices portNotices(serialPorts, form);
     // The record of every scale loaded, when config.ini names a file for it.
@@ -47,6 +51,8 @@ int main(int argc, char** argv) {
         recorder->onWriteFailure = [&form, record](const std::string& why) {
             fc::EscribirLog(form.common(), "LoadRecorder", record + ": " + why, 0);
         };
+        fc::LoadRecorder* told = recorder.get();
+        notedDialogs.onBox = [told](const std::string& text) { told->boxShown(text); };
     }
     form.hooks().startProgram = [&launcher](const std::string& commandLine) {
         return launcher.start(commandLine);

@@ -314,6 +314,7 @@ class Firmcast : public Screen {
     Next fileStep();
     Next reEntry();
     Next serialPath();
+    Next serialLoad();
     Next ethernetPath();
     void processEthernetFile();
     void loadEthernetScales();
@@ -358,6 +359,8 @@ class Firmcast : public Screen {
     LoadHooks hooks_;
     SerialPanel panel_;
     bool trapArmed_ = false;
+    // The serial load under way has said "The scale is ready".
+    bool escala_lista_ = false;
     // The boot-ROM entry: choosing the kind of G scale, and the tool's starts.
     bool choosingBootRomRange_ = false;
     int gseriesLaunches_ = 0;

@@ -28,6 +28,11 @@ struct LoadHooks {
     // device loaded. Nothing of the load depends on them.
     std::function<void(Firmcast&, int scale)> scaleTurnStarted;
     std::function<void(Firmcast&, int scale)> scaleTurnEnded;
+    // Told when a load over RS-232 begins (the port and the file chosen) and
+    // when it has ended, with whether it said "The scale is ready". A load
+    // the fatal trap ends is told as not ready before the trap's box.
+    std::function<void(Firmcast&)> serialLoadStarted;
+    std::function<void(Firmcast&, bool ready)> serialLoadEnded;
 };
 
 }  // namespace fc

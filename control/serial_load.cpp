@@ -2,8 +2,8 @@
 // checks, the connect step of the model's family, the line loop, the MAC step
 // and the result, to the end of the pass. The dialogues with the devices are
 // the line protocols' of the serial subsystem, run on this screen's line panel.
-#include "control/firmcast_form.h"
 #include "common/kernel_waits.h"
+#include "control/firmcast_form.h"
 #include "firmware/first_line_checks.h"
 #include "firmware/hex_text.h"
 #include "platform/dialogs.h"
@@ -28,6 +28,28 @@ Firmcast::Next Firmcast::serialPath() {
         if (back != Next::ReEntry)
             return back;
     }
+    escala_lista_ = false;
+    // A new load has asked for no MAC yet; the end command's answer says
+    // whether it does. (Only the MAC step reads the flag, and it clears it
+    // again first.)
+    pide_mac = kFalse;
+    if (hooks_.serialLoadStarted)
+        hooks_.serialLoadStarted(*this);
+    Next next = Next::EndOfPass;
+    try {
+        next = serialLoad();
+    } catch (const RuntimeError&) {
+        if (hooks_.serialLoadEnded)
+            hooks_.serialLoadEnded(*this, false);
+        throw;
+    }
+    if (hooks_.serialLoadEnded)
+        hooks_.serialLoadEnded(*this, escala_lista_);
+    return next;
+}
+
+// The load itself, from the opening of the file to the end of the pass.
+Firmcast::Next Firmcast::serialLoad() {
     frDirectorio.setVisible(false);
     frInfoComunicacion.setVisible(true);
     animando = kTrue;
@@ -157,6 +179,7 @@ Firmcast::Next Firmcast::finishSerialLoad() {
         Barra.setValue(Barra.max());
     }
     paradibu();
+    escala_lista_ = true;
     services_.dialogs.msgBox("The scale is ready", mb::kInformation, "FIRMCAST OK");
     return closeSerialLoad();
 }

@@ -1,7 +1,9 @@
-// Keeps the record of the Ethernet loads of a main screen: when a scale's
+// Keeps the record of the loads of a main screen: when an Ethernet scale's
 // turn ends, a line for that scale and pass is appended to the record file,
-// whatever the turn's end (loaded, failed, never reached). The screen tells
-// it of the turns through its load hooks; nothing of the load waits on it.
+// whatever the turn's end (loaded, failed, never reached); and one for each
+// load over RS-232. The screen tells it of the loads through its load hooks,
+// and the program of the message boxes shown; nothing of the load waits on
+// it.
 #pragma once
 
 #include <functional>
@@ -26,13 +28,26 @@ class LoadRecorder {
     // Told of a line that could not be written, with the system's reason.
     std::function<void(const std::string& why)> onWriteFailure;
 
-    // What the record of scale i would say now, as its turn ends.
+    // Told of every message box the screen shows: the last one of a load
+    // over RS-232 is what its record says of it.
+    void boxShown(const std::string& text);
+
+    // What the record of Ethernet scale i would say now, as its turn ends.
     LoadRecord recordOf(int i);
+    // What the record of the load over RS-232 would say now, as it ends.
+    LoadRecord serialRecord(bool ready);
 
   private:
     void turnStarted(int i);
     void turnEnded(int i);
+    void serialStarted();
+    void serialEnded(bool ready);
+    void begin();
+    // The fields every line has: the times, the station, level and model,
+    // the firmware file.
+    LoadRecord commonPart();
     void takeFileFacts(LoadRecord& record);
+    void append(const LoadRecord& record);
 
     Firmcast& form_;
     RecordStation& station_;
@@ -41,6 +56,8 @@ class LoadRecorder {
     Micros startMicros_ = 0;
     long checksumAnswers_ = 0;
     int pass_ = 0;
+    int serialLoads_ = 0;
+    std::string lastBox_;
     // The facts of the firmware file, taken once for each file loaded.
     std::string factsOf_;
     std::optional<FileFacts> facts_;

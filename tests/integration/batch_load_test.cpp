@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -101,6 +102,33 @@ TEST(BatchLoadPasses, ProductionWayLoadsTheSameFileTwice) {
     BatchResult run = runBatch(sim.tty(), "--model 1 --com 1 --passes 2 --file " + file);
     EXPECT_EQ(run.status, 0) << run.said();
     EXPECT_EQ(run.out, "msgbox: The scale is ready\nmsgbox: The scale is ready\n");
+}
+
+// With the record named in config.ini, each pass over a real pty adds a
+// line: the port, the file's digest, and what the load said last.
+TEST(BatchLoadPasses, EachPassIsAppendedToTheRecordThatConfigIniNames) {
+    TempFolder folder, home;
+    std::string file = folder.write("fw.hex", intelHexFile(10));
+    home.write("config.ini", "[Record]\r\nrecord=loads.jsonl\r\n");
+    SimProcess sim(simArguments("numbered", "50"));
+    BatchResult run = runBatch(sim.tty(), "--model 1 --com 1 --passes 2 --file " + file,
+                               {{"FIRMCAST_HOME", home.path().string()}});
+    EXPECT_EQ(run.status, 0) << run.said();
+    std::istringstream in(contentOfFile((home.path() / "loads.jsonl").string()));
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(in, line);) lines.push_back(line);
+    ASSERT_EQ(lines.size(), 2u);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        EXPECT_THAT(lines[i],
+                    ::testing::HasSubstr("\"way\":\"rs232\",\"port\":\"COM1\",\"scale\":0,"
+                                         "\"pass\":" +
+                                         std::to_string(i + 1) + ","));
+        EXPECT_THAT(lines[i],
+                    ::testing::HasSubstr("\"firmware\":\"fw.hex\",\"firmware_size\":" +
+                                         std::to_string(std::filesystem::file_size(file))));
+        EXPECT_THAT(lines[i],
+                    ::testing::HasSubstr("\"result\":\"ok\",\"info\":\"The scale is ready\""));
+    }
 }
 
 // A pty takes no low latency: the load goes as before, and the error log

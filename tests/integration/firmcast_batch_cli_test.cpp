@@ -91,10 +91,6 @@ INSTANTIATE_TEST_SUITE_P(
                 {"--model", "0", "--ethernet", "--scales", "10.0.0.1", "--parallel", "21",
                  "--file", "fw.hex"},
                 "firmcast-batch: --parallel takes a number from 1 to 20 (not \"21\")"},
-        Refusal{"ARecordOfASerialLoad",
-                {"--model", "0", "--com", "1", "--record", "r.jsonl", "--file", "fw.hex"},
-                "firmcast-batch: --record keeps the record of Ethernet loads: it goes with "
-                "--ethernet"},
         Refusal{"AWorkerWithTwoScales",
                 {"--model", "0", "--ethernet", "--scales", "10.0.0.1,10.0.0.2", "--worker", "3",
                  "--file", "fw.hex"},

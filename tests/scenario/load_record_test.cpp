@@ -8,9 +8,12 @@
 #include <cstdio>
 #include <map>
 
+#include "control/catalogue.h"
 #include "record/load_record.h"
 #include "record/load_recorder.h"
+#include "sim/numbered_scale.h"
 #include "support/ethernet_rig.h"
+#include "support/firmware_files.h"
 #include "support/network_rig.h"
 
 namespace fc {
@@ -197,6 +200,64 @@ TEST(LoadRecord, ALineThatCannotBeWrittenIsToldAndTheLoadGoesOn) {
     r.rig.load(EthernetRig::twoBankFile(), "3");
     EXPECT_EQ(told, std::vector<std::string>{"No space left on device"});
     EXPECT_EQ(r.rig.form().lblInformacion.caption(), "Scale 1 loaded OK");
+}
+
+// A load over RS-232 into a simulated numbered scale on COM1, with its record.
+struct SerialRecordedRig : test::ScenarioRig {
+    explicit SerialRecordedRig(NumberedScale::Config config = {}) : scale(config) {
+        serial.attach(1, scale);
+    }
+    void load(int code, const std::string& file, const std::string& level) {
+        recorder = std::make_unique<LoadRecorder>(form(), station, "/records/loads.jsonl");
+        dialogs.onShown = [this](const ShownBox& box) { recorder->boxShown(box.text); };
+        driveC.write("fw.hex", file);
+        scriptSerialLoad(code, 1, "fw.hex");
+        stopWhen([this] { return form().esperando_otra != kFalse; }, "the pass ended");
+        run(level);
+    }
+    const std::vector<std::string>& lines() { return station.lines["/records/loads.jsonl"]; }
+
+    NumberedScale scale;
+    KeptLines station;
+    std::unique_ptr<LoadRecorder> recorder;
+};
+
+constexpr int kSerieW = 0, kSerieN = 1;
+
+TEST(LoadRecord, ALoadOverRs232IsRecordedWithItsPortItsResultAndItsLastBox) {
+    SerialRecordedRig rig;
+    rig.load(kSerieN, test::intelHexFile(20), "0");
+    ASSERT_EQ(rig.lines().size(), 1u);
+    const std::string& line = rig.lines()[0];
+    EXPECT_THAT(line, HasSubstr("\"level\":\"0\",\"model\":1,\"model_name\":\"" +
+                                std::string(catalogueEntry(kSerieN).device) +
+                                "\",\"way\":\"rs232\",\"port\":\"COM1\",\"scale\":0,\"pass\":1,"
+                                "\"firmware\":\"fw.hex\",\"firmware_size\":1234,"));
+    EXPECT_THAT(line, HasSubstr("\"image_checksum\":null,\"scale_checksum\":null,\"mac_old\":"
+                                "null,\"mac_new\":null,\"serial\":null,\"result\":\"ok\","
+                                "\"info\":\"The scale is ready\""));
+}
+
+TEST(LoadRecord, AFailedLoadOverRs232IsRecordedWithTheBoxThatSaidWhy) {
+    SerialRecordedRig rig;
+    rig.scale.faults.silentAt[0] = true;
+    rig.load(kSerieN, test::intelHexFile(3), "0");
+    ASSERT_EQ(rig.lines().size(), 1u);
+    EXPECT_THAT(rig.lines()[0],
+                HasSubstr("\"result\":\"failed\",\"info\":\"No answer from scale, check the "
+                          "cable or scale\",\"duration_ms\":"));
+}
+
+TEST(LoadRecord, ASerieWGivenAMacOverRs232IsRecordedWithItAndItsSerial) {
+    NumberedScale::Config config;
+    config.wantsMac = true;
+    SerialRecordedRig rig(config);
+    rig.hooks.DameMACAddress = [](Firmcast&) { return std::string("02C0DE000005"); };
+    rig.hooks.frmDatosBalanza = [](Firmcast& f) { f.numero_serie = "SN-RS232"; };
+    rig.load(kSerieW, test::intelHexFile(3), "1");
+    ASSERT_EQ(rig.lines().size(), 1u);
+    EXPECT_THAT(rig.lines()[0], HasSubstr("\"mac_old\":null,\"mac_new\":\"02-C0-DE-00-00-05\","
+                                          "\"serial\":\"SN-RS232\",\"result\":\"ok\""));
 }
 
 }  // namespace
