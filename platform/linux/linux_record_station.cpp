@@ -74,7 +74,7 @@ std::optional<FileFacts> LinuxRecordStation::fileFacts(const std::string& path) 
     if (!context || EVP_DigestInit_ex(context.get(), EVP_sha256(), nullptr) != 1)
         return std::nullopt;
     FileFacts facts;
-    std::vector<char> block(64 * 1024);
+    std::vector<char> block(std::size_t{64} * 1024);
     while (in) {
         in.read(block.data(), static_cast<std::streamsize>(block.size()));
         const std::streamsize got = in.gcount();
