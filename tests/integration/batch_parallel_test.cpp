@@ -22,6 +22,7 @@
 #include "support/first_line_process.h"
 #include "support/flat_json.h"
 #include "support/mac_store.h"
+#include "support/process_by_arguments.h"
 #include "support/scenario_rig.h"
 
 namespace fc::test {
@@ -180,21 +181,6 @@ TEST(BatchParallel, EachSerialGoesToTheScaleOfItsPlaceInTheList) {
     EXPECT_EQ(records[3].text("serial"), "SN-C");
 }
 
-// The process of the worker that was started with "--worker <n>", or 0.
-pid_t workerOf(int n) {
-    for (const auto& entry : fs::directory_iterator("/proc")) {
-        const std::string name = entry.path().filename().string();
-        if (name.find_first_not_of("0123456789") != std::string::npos)
-            continue;
-        std::string cmdline = contentOfFile((entry.path() / "cmdline").string());
-        if (cmdline.find(std::string("--worker") + '\0' + std::to_string(n) + '\0') !=
-                std::string::npos &&
-            cmdline.find("firmcast-batch") != std::string::npos)
-            return static_cast<pid_t>(std::stoi(name));
-    }
-    return 0;
-}
-
 TEST(BatchParallel, AWorkerKilledMidLoadIsReportedFailedAndLeavesNoHalfWrittenRecordLine) {
     // The second scale's erase takes six seconds: its worker is caught in
     // the middle of the load, waiting for it.
@@ -206,7 +192,7 @@ TEST(BatchParallel, AWorkerKilledMidLoadIsReportedFailedAndLeavesNoHalfWrittenRe
     pid_t victim = 0;
     for (int tries = 0; tries < 200 && victim == 0; ++tries) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        victim = workerOf(2);
+        victim = processWith("firmcast-batch", {"--worker", "2"});
     }
     // Past the connection and its settle (a second), in the erase wait.
     std::this_thread::sleep_for(std::chrono::milliseconds(2000));

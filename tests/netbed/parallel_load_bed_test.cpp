@@ -11,15 +11,19 @@
 // FIRMCAST_NETBED_SCALE_COUNT=20 (the ctest netbed_parallel).
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <set>
 #include <sstream>
+#include <thread>
 
 #include "load_bed_fixture.h"
 #include "support/first_line_process.h"
 #include "support/flat_json.h"
+#include "support/process_by_arguments.h"
 
 namespace fc::netbed {
 namespace {
@@ -129,6 +133,60 @@ TEST_F(ParallelLoadOnBed, TwentyScalesAtOnceOneOffOneWrongEveryOtherLoadedWithIt
         }());
     }
     EXPECT_EQ(newMacs.size(), kScales - 1);
+}
+
+// A worker killed in the middle of its scale's load: that scale is reported
+// failed, with a record line of its own written whole by the parent; the
+// other scales load and get their MACs and serials as always.
+TEST_F(ParallelLoadOnBed, AWorkerKilledMidLoadIsReportedFailedAndTheOthersLoad) {
+    std::string whyNot;
+    auto store = test::MacStore::make("SQLite", whyNot);
+    if (!store)
+        GTEST_SKIP() << "SQLite is not available here: " << whyNot;
+    std::vector<BedScale> scales(bed.scales.begin(), bed.scales.begin() + 3);
+    prepareHome(*store, scales);
+    FirstLineProcess first(scaleSim(scales[0], {}));
+    // The second scale's erase takes six seconds: its worker is caught there.
+    FirstLineProcess second(scaleSim(scales[1], {"--erase-ms", "6000"}));
+    FirstLineProcess third(scaleSim(scales[2], {}));
+    ASSERT_EQ(third.firstLine(), "listening on 3000");
+    const std::string list =
+        text(scales[0].ip) + "," + text(scales[1].ip) + "," + text(scales[2].ip);
+    test::BatchResult result;
+    std::thread loader([&] {
+        result = runLoader({"--model", "0", "--ethernet", "--level", "2", "--file", file,
+                            "--parallel", "3", "--record", record.string(), "--scales", list,
+                            "--serial", "SN-1", "--serial", "SN-2", "--serial", "SN-3"});
+    });
+    pid_t victim = 0;
+    for (int tries = 0; tries < 200 && victim == 0; ++tries) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        victim = test::processWith("firmcast-batch", {"--worker", "2"});
+    }
+    // Past the connection and its settle (a second), in the erase wait.
+    std::this_thread::sleep_for(std::chrono::milliseconds(2000));
+    if (victim != 0)
+        kill(victim, SIGKILL);
+    loader.join();
+    ASSERT_NE(victim, 0) << "the worker of scale 2 was never seen";
+    EXPECT_EQ(result.status, 1) << result.said();
+    EXPECT_THAT(result.out, ::testing::HasSubstr(
+                                "scale 1: " + text(scales[0].ip) + " ok: Scale 1 loaded OK\n" +
+                                "scale 2: " + text(scales[1].ip) +
+                                " failed: the worker ended by signal 9 (Killed) before its "
+                                "scale's result\n" +
+                                "scale 3: " + text(scales[2].ip) + " ok: Scale 3 loaded OK\n"));
+    std::vector<test::FlatJson> recs = records();
+    ASSERT_EQ(recs.size(), 3u);
+    std::map<int, test::FlatJson> byScale;
+    for (const test::FlatJson& r : recs) byScale[std::stoi(r.others.at("scale"))] = r;
+    EXPECT_EQ(byScale[2].text("result"), "failed");
+    EXPECT_TRUE(byScale[2].isNull("mac_new"));
+    for (int n : {1, 3}) {
+        auto row = registerRow(*store, byScale[n].text("mac_new"));
+        ASSERT_EQ(row.size(), 1u) << n;
+        EXPECT_EQ(row[0][0], "SN-" + std::to_string(n));
+    }
 }
 
 }  // namespace
