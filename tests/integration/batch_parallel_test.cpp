@@ -192,7 +192,10 @@ TEST(BatchParallel, AWorkerKilledMidLoadIsReportedFailedAndLeavesNoHalfWrittenRe
     pid_t victim = 0;
     for (int tries = 0; tries < 200 && victim == 0; ++tries) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        victim = processWith("firmcast-batch", {"--worker", "2"});
+        // By this run's record file as well: another test running at the
+        // same time may have a worker 2 of its own.
+        victim =
+            processWith("firmcast-batch", {{"--worker", "2"}, {"--record", p.record.string()}});
     }
     // Past the connection and its settle (a second), in the erase wait.
     std::this_thread::sleep_for(std::chrono::milliseconds(2000));

@@ -161,7 +161,10 @@ TEST_F(ParallelLoadOnBed, AWorkerKilledMidLoadIsReportedFailedAndTheOthersLoad) 
     pid_t victim = 0;
     for (int tries = 0; tries < 200 && victim == 0; ++tries) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        victim = test::processWith("firmcast-batch", {"--worker", "2"});
+        // By this run's record file as well: another test running at the
+        // same time may have a worker 2 of its own.
+        victim =
+            test::processWith("firmcast-batch", {{"--worker", "2"}, {"--record", record.string()}});
     }
     // Past the connection and its settle (a second), in the erase wait.
     std::this_thread::sleep_for(std::chrono::milliseconds(2000));

@@ -6,9 +6,21 @@
 
 namespace fc::test {
 
-pid_t processWith(const std::string& program, const std::vector<std::string>& run) {
-    std::string words;
-    for (const std::string& w : run) words += w + '\0';
+namespace {
+
+bool holdsEvery(const std::string& cmdline, const std::vector<std::vector<std::string>>& runs) {
+    for (const std::vector<std::string>& run : runs) {
+        std::string words;
+        for (const std::string& w : run) words += w + '\0';
+        if (cmdline.find(words) == std::string::npos)
+            return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+pid_t processWith(const std::string& program, const std::vector<std::vector<std::string>>& runs) {
     for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
         const std::string name = entry.path().filename().string();
         if (name.find_first_not_of("0123456789") != std::string::npos)
@@ -16,7 +28,7 @@ pid_t processWith(const std::string& program, const std::vector<std::string>& ru
         std::ifstream in(entry.path() / "cmdline", std::ios::binary);
         const std::string cmdline((std::istreambuf_iterator<char>(in)),
                                   std::istreambuf_iterator<char>());
-        if (cmdline.find(program) != std::string::npos && cmdline.find(words) != std::string::npos)
+        if (cmdline.find(program) != std::string::npos && holdsEvery(cmdline, runs))
             return static_cast<pid_t>(std::stoi(name));
     }
     return 0;

@@ -9,8 +9,8 @@
 
 namespace fc::test {
 
-// The first process whose command line holds `program` somewhere and the
-// words of `run` one after another, or 0 when there is none.
-pid_t processWith(const std::string& program, const std::vector<std::string>& run);
+// The first process whose command line holds `program` somewhere and, for
+// each of `runs`, its words one after another; 0 when there is none.
+pid_t processWith(const std::string& program, const std::vector<std::vector<std::string>>& runs);
 
 }  // namespace fc::test
